@@ -1,0 +1,119 @@
+#include "aolsim/aol_client.h"
+
+namespace v2::aolsim {
+
+AolClient::AolClient(WindowHost& host, std::string screen_name)
+    : host_(host), name_(std::move(screen_name)) {}
+
+void AolClient::Start() {
+  if (host_.Exists(frame_)) return;
+  frame_ = host_.Create(0, "AOL Frame25", "America  Online");
+  mdi_ = host_.Create(frame_, "MDIClient", "");
+  OpenWelcome();
+
+  // An IM window has everything of a room but the people list.
+  Hwnd im = host_.Create(mdi_, "AOL Child", "Instant Message From: Guide");
+  host_.Create(im, "RICHCNTL", "");
+  host_.Create(im, "RICHCNTL", "");
+  host_.Create(im, "_AOL_Icon", "");
+  host_.Create(im, "_AOL_Static", "");
+
+  room_ = host_.Create(mdi_, "AOL Child", "Lobby 1");
+  transcript_ = host_.Create(room_, "RICHCNTL", "");
+  input_ = host_.Create(room_, "RICHCNTL", "",
+                        [this](Hwnd h, std::uint32_t msg, WParam w, LParam l) {
+                          return OnInput(h, msg, w, l);
+                        });
+  host_.Create(room_, "_AOL_Listbox", "");
+  host_.Create(room_, "_AOL_Icon", "");
+  host_.Create(room_, "_AOL_Icon", "");
+  host_.Create(room_, "_AOL_Static", "Lobby 1");
+  lines_ = 0;
+}
+
+void AolClient::Quit() {
+  host_.Destroy(frame_);
+  frame_ = mdi_ = welcome_ = room_ = transcript_ = input_ = 0;
+}
+
+std::optional<LResult> AolClient::OnInput(Hwnd h, std::uint32_t msg, WParam w,
+                                          LParam) {
+  if (msg != kWmChar) return std::nullopt;
+  if (w == kVkReturn) {
+    // Return sends what is typed; an empty line is not sent at all.
+    std::string text(host_.Text(h));
+    if (!text.empty()) {
+      host_.SetText(h, "");
+      Append(name_, text);
+    }
+  } else if (w >= 32 && w < 256) {
+    host_.AppendText(h, std::string(1, static_cast<char>(w)));
+  }
+  return 0;
+}
+
+void AolClient::Append(const std::string& name, const std::string& text) {
+  if (!host_.Exists(transcript_)) return;
+  std::string line = name + ":\t" + text;
+  host_.AppendText(transcript_, "\r" + line);
+  ++lines_;
+  if (on_line) on_line(line);
+  Trim();
+}
+
+void AolClient::Trim() {
+  if (lines_ <= max_lines) return;
+  // Drop the oldest tenth at once, as a client that keeps its window short.
+  std::size_t drop = max_lines / 10 + (lines_ - max_lines);
+  std::string_view all = host_.Text(transcript_);
+  std::size_t cut = 0;
+  for (std::size_t i = 0; i < drop; ++i) {
+    cut = all.find('\r', cut + 1);
+    if (cut == std::string_view::npos) return;
+  }
+  host_.EraseFront(transcript_, cut);
+  lines_ -= drop;
+}
+
+void AolClient::MemberTypes(const std::string& text) {
+  if (host_.Exists(input_)) host_.SetText(input_, text);
+}
+
+void AolClient::MemberPressesReturn() {
+  if (host_.Exists(input_)) OnInput(input_, kWmChar, kVkReturn, 0);
+}
+
+void AolClient::OtherSays(const std::string& name, const std::string& text) {
+  Append(name, text);
+}
+
+void AolClient::CloseWelcome() {
+  if (host_.Exists(welcome_)) host_.Destroy(welcome_);
+  welcome_ = 0;
+}
+
+void AolClient::OpenWelcome() {
+  if (host_.Exists(welcome_) || !host_.Exists(mdi_)) return;
+  welcome_ = host_.Create(mdi_, "AOL Child", "Welcome, " + name_ + "!");
+  host_.Create(welcome_, "_AOL_Icon", "");
+}
+
+void AolClient::ShowDialog(const std::string& message) {
+  Hwnd dialog = host_.Create(0, "#32770", "America Online");
+  host_.Create(dialog, "Button", "OK",
+               [this, dialog](Hwnd, std::uint32_t msg, WParam w, LParam)
+                   -> std::optional<LResult> {
+                 if (msg == kWmKeyUp && w == kVkSpace) host_.Destroy(dialog);
+                 return std::nullopt;
+               });
+  host_.Create(dialog, "Static", "");
+  host_.Create(dialog, "Static", message);
+}
+
+std::string AolClient::InputText() { return std::string(host_.Text(input_)); }
+
+std::string AolClient::TranscriptText() {
+  return std::string(host_.Text(transcript_));
+}
+
+}  // namespace v2::aolsim

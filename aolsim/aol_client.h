@@ -1,0 +1,59 @@
+#pragma once
+// The simulated America Online client: the frame, its MDI area, the Welcome
+// window, a chat room and an IM window, and the "America Online" dialog. It
+// reacts to the messages the real client takes and knows nothing of the
+// program that drives it.
+#include <functional>
+#include <string>
+
+#include "aolsim/window_host.h"
+
+namespace v2::aolsim {
+
+class AolClient {
+ public:
+  AolClient(WindowHost& host, std::string screen_name);
+
+  // Opens the frame, signs the member on and opens one chat room.
+  void Start();
+
+  // The member's hands and the other people in the room.
+  void MemberTypes(const std::string& text);  // replaces the half-typed text
+  void MemberPressesReturn();
+  void OtherSays(const std::string& name, const std::string& text);
+  void CloseWelcome();
+  void OpenWelcome();
+  // Closes the whole client, or starts it again signed on.
+  void Quit();
+
+  // The "America Online" dialog with an OK button and its texts.
+  void ShowDialog(const std::string& message);
+
+  std::string InputText();
+  std::string TranscriptText();
+  const std::string& screen_name() const { return name_; }
+
+  // Called with every line the room shows, without its leading CR.
+  std::function<void(const std::string&)> on_line;
+  // The room keeps at most this many lines; beyond it the oldest tenth goes.
+  std::size_t max_lines = 2000;
+
+  Hwnd frame() const { return frame_; }
+  Hwnd room() const { return room_; }
+  Hwnd transcript() const { return transcript_; }
+  Hwnd input() const { return input_; }
+  Hwnd welcome() const { return welcome_; }
+
+ private:
+  std::optional<LResult> OnInput(Hwnd h, std::uint32_t msg, WParam w, LParam l);
+  void Append(const std::string& name, const std::string& text);
+  void Trim();
+
+  WindowHost& host_;
+  std::string name_;
+  Hwnd frame_ = 0, mdi_ = 0, welcome_ = 0, room_ = 0, transcript_ = 0,
+       input_ = 0;
+  std::size_t lines_ = 0;
+};
+
+}  // namespace v2::aolsim

@@ -1,0 +1,61 @@
+#pragma once
+// The scenario runner: the real program against the simulated client, played
+// by a script or by a person at the terminal.
+#include <iosfwd>
+#include <optional>
+#include <string>
+
+#include "aolsim/aol_client.h"
+#include "aolsim/sim_window_host.h"
+#include "platform/sim/sim_loop.h"
+#include "platform/sim/sim_windows.h"
+#include "shell/program.h"
+
+namespace v2 {
+
+struct RunnerOptions {
+  std::optional<std::string> script;  // "-" for standard input
+  std::string screen_name = "Member";
+  std::optional<LocalTime> clock;
+  std::string program_dir;
+  std::string user_store;
+};
+
+// Parses the command line; false (with a message in error) when it is wrong.
+bool ParseRunnerArgs(int argc, const char* const* argv, RunnerOptions& options,
+                     std::string& error);
+
+class Runner {
+ public:
+  Runner(const RunnerOptions& options, std::ostream& out, std::ostream& err);
+
+  // Virtual time: 0 when the script ran to its end, 2 for a line that is not
+  // understood.
+  int RunScript(std::istream& script);
+  // Real time on standard input until it ends.
+  int RunInteractive();
+
+  // One command line (UTF-8); false when it is not understood.
+  bool Execute(const std::string& line);
+
+  sim::SimLoop& loop() { return loop_; }
+  aolsim::AolClient& client() { return client_; }
+  Program& program() { return program_; }
+
+ private:
+  enum class Outcome { kDone, kNotUnderstood, kNotYet };
+  Outcome Run(const std::string& line);
+  void Print(const std::string& text);
+
+  RunnerOptions options_;
+  std::ostream& out_;
+  std::ostream& err_;
+  sim::SimWindows windows_;
+  sim::SimLoop loop_;
+  Platform platform_;
+  aolsim::SimWindowHost host_;
+  aolsim::AolClient client_;
+  Program program_;
+};
+
+}  // namespace v2

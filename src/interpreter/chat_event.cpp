@@ -1,0 +1,58 @@
+#include "interpreter/chat_event.h"
+
+#include "host/host_windows.h"
+#include "interpreter/styled_line.h"
+#include "platform/text.h"
+#include "shell/program.h"
+
+namespace v2 {
+
+bool CutCommand(const std::string& What_Said, const CommandRow*& row,
+                std::string& CommandArg) {
+  if (What_Said.empty()) return false;
+  // Only a blank separates the word; a tab is part of it.
+  int blank = InStr(1, What_Said, " ");
+  std::string CommandWord = blank == 0 ? What_Said : Left(What_Said, blank - 1);
+  for (const CommandRow& r : CommandTable()) {
+    if (CommandWord != r.word) continue;
+    CommandArg = r.rule == ArgRule::kP ? Mid(What_Said, 3) : Mid(What_Said, r.start);
+    switch (r.rule) {
+      case ArgRule::kNone:
+        if (!CommandArg.empty()) return false;
+        break;
+      case ArgRule::kNeeded:
+        if (CommandArg.empty()) return false;
+        break;
+      case ArgRule::kOnOff:
+        if (!CommandArg.empty() && CommandArg != "on" && CommandArg != "off") {
+          return false;
+        }
+        break;
+      case ArgRule::kFree:
+      case ArgRule::kP:
+        break;
+    }
+    row = &r;
+    return true;
+  }
+  return false;
+}
+
+void Chat1_ChatMsg(Program& prog, const std::string& Screen_Name,
+                   const std::string& What_Said) {
+  // Only the signed-on member commands; with no Welcome window nobody does.
+  std::string user = GetUser(prog.platform);
+  if (user.empty() || Screen_Name != user) return;
+  const CommandRow* row = nullptr;
+  std::string CommandArg;
+  if (!CutCommand(What_Said, row, CommandArg)) return;
+  if (row->action) row->action(prog, CommandArg);
+}
+
+void PostDate(Program& prog, const std::string& /*CommandArg*/) {
+  ChatSend(prog.platform,
+           StyledLine(prog.form4, Pair::kMain,
+                      "todays date: " + LCase(prog.platform.clock().ShortDate())));
+}
+
+}  // namespace v2

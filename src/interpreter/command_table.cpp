@@ -1,0 +1,66 @@
+// The whole command table, in the order the words are compared. A row's
+// start is the word's length plus 2 (behind the one blank), except for
+// vcus, vrea and charmap, whose argument keeps that blank.
+#include "interpreter/chat_event.h"
+
+namespace v2 {
+
+const std::array<CommandRow, kCommandCount>& CommandTable() {
+  using R = ArgRule;
+  static const std::array<CommandRow, kCommandCount> kTable = {{
+      {"ioff", 6, R::kNone, nullptr},
+      {"ion", 5, R::kNone, nullptr},
+      {"ghoston", 9, R::kNone, nullptr},
+      {"ghostoff", 10, R::kNone, nullptr},
+      {"hwelc", 7, R::kNone, nullptr},
+      {"swelc", 7, R::kNone, nullptr},
+      {"idleon", 8, R::kNone, nullptr},
+      {"idleoff", 9, R::kNone, nullptr},
+      {"vcus", 5, R::kNone, nullptr},
+      {"vrea", 5, R::kNone, nullptr},
+      {"glyph", 7, R::kNone, nullptr},
+      {"exit", 6, R::kNone, nullptr},
+      {"brag", 6, R::kNone, nullptr},
+      {"handle", 8, R::kFree, nullptr},
+      {"pr", 4, R::kFree, nullptr},
+      {"off", 5, R::kNone, nullptr},
+      {"cmds", 6, R::kNone, nullptr},
+      {"soff", 6, R::kNone, nullptr},
+      {"new", 5, R::kNone, nullptr},
+      {"old", 5, R::kNone, nullptr},
+      {"sent", 6, R::kNone, nullptr},
+      {"flash", 7, R::kNone, nullptr},
+      {"boot", 6, R::kNone, nullptr},
+      {"kw", 4, R::kNeeded, nullptr},
+      {"web", 5, R::kNeeded, nullptr},
+      {"ck", 4, R::kNeeded, nullptr},
+      {"time", 6, R::kNone, nullptr},
+      {"charmap", 8, R::kNone, nullptr},
+      {"date", 6, R::kNone, PostDate},
+      {"aotime", 8, R::kNone, nullptr},
+      {"cdir", 6, R::kNone, nullptr},
+      {"r", 3, R::kNone, nullptr},
+      {"next", 6, R::kNone, nullptr},
+      {"prev", 6, R::kNone, nullptr},
+      {"dir", 5, R::kNeeded, nullptr},
+      {"unpause", 9, R::kNone, nullptr},
+      {"stop", 6, R::kNone, nullptr},
+      {"vol", 5, R::kFree, nullptr},
+      {"pause", 7, R::kNone, nullptr},
+      {"p", 3, R::kP, nullptr},
+      {"cancel", 8, R::kNone, nullptr},
+      {"cont", 6, R::kOnOff, nullptr},
+      {"rep", 5, R::kOnOff, nullptr},
+      {"ord", 5, R::kOnOff, nullptr},
+      {"ref", 5, R::kNone, nullptr},
+      {"im", 4, R::kFree, nullptr},
+      {"adv", 5, R::kNone, nullptr},
+      {"sinfo", 7, R::kNone, nullptr},
+      {"length", 8, R::kNone, nullptr},
+      {"aim", 5, R::kNone, nullptr},
+      {"stats", 7, R::kNone, nullptr},
+  }};
+  return kTable;
+}
+
+}  // namespace v2

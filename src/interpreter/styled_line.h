@@ -1,0 +1,18 @@
+#pragma once
+// The one shape of everything the program says: three font segments whose
+// faces, colours and decorations come from the live style fields.
+#include <string>
+#include <string_view>
+
+namespace v2 {
+
+struct Form4;
+
+enum class Pair { kMain, kSecond, kThird, kStat, kTest };
+
+std::string StyledLine(const Form4& style, Pair pair, std::string_view middle);
+// The same, with the end font directly behind the middle text.
+std::string StyledLineTight(const Form4& style, Pair pair,
+                            std::string_view middle);
+
+}  // namespace v2

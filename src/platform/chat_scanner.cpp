@@ -1,0 +1,136 @@
+#include "platform/chat_scanner.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace v2 {
+namespace {
+
+constexpr int kAnchorChars = 128;
+constexpr int kFirstSearchWindow = 4096;
+
+}  // namespace
+
+bool SplitChatLine(std::string_view piece, std::string& name,
+                   std::string& said) {
+  if (!piece.empty() && piece.front() == '\n') piece.remove_prefix(1);
+  auto sep = piece.find(":\t");
+  if (sep == std::string_view::npos) return false;
+  name.assign(piece.substr(0, sep));
+  said.assign(piece.substr(sep + 2));
+  return true;
+}
+
+ChatScanner::ChatScanner(Platform& platform, std::function<Hwnd()> finder)
+    : platform_(platform), finder_(std::move(finder)) {}
+
+void ChatScanner::ScanOn() {
+  if (!watching_) {
+    watching_ = true;
+    platform_.loop.AddWatcher(
+        [this] {
+          if (scanning_) Look();
+        },
+        kLookIntervalMs);
+  }
+  if (scanning_) return;
+  scanning_ = true;
+  Hwnd t = finder_();
+  if (t) {
+    Rebase(t, static_cast<int>(
+                  platform_.windows.SendMessageA(t, kWmGetTextLength, 0, 0)));
+  } else {
+    room_ = 0;
+  }
+}
+
+void ChatScanner::ScanOff() { scanning_ = false; }
+
+std::string ChatScanner::Read(Hwnd transcript, int from, int to) {
+  if (to <= from) return {};
+  if (auto part = platform_.windows.GetTextRange(transcript, from, to)) {
+    return *part;
+  }
+  // The control cannot hand out a range: read it whole.
+  auto& w = platform_.windows;
+  auto n = static_cast<int>(w.SendMessageA(transcript, kWmGetTextLength, 0, 0));
+  std::string all(static_cast<std::size_t>(n) + 1, '\0');
+  auto got = w.SendMessageA(transcript, kWmGetText, all.size(),
+                            reinterpret_cast<LParam>(all.data()));
+  all.resize(static_cast<std::size_t>(std::max<LResult>(got, 0)));
+  if (from >= static_cast<int>(all.size())) return {};
+  return all.substr(static_cast<std::size_t>(from),
+                    static_cast<std::size_t>(to - from));
+}
+
+void ChatScanner::Rebase(Hwnd transcript, int length) {
+  room_ = transcript;
+  seen_ = length;
+  anchor_ = Read(transcript, std::max(0, length - kAnchorChars), length);
+}
+
+void ChatScanner::Look() {
+  Hwnd t = finder_();
+  if (!t) {
+    room_ = 0;
+    return;
+  }
+  auto n = static_cast<int>(
+      platform_.windows.SendMessageA(t, kWmGetTextLength, 0, 0));
+  if (t != room_) {
+    Rebase(t, n);  // another room: what was said there before is not news
+    return;
+  }
+  if (n == seen_) return;
+
+  const int a = static_cast<int>(anchor_.size());
+  int start = -1;  // where the undelivered text begins
+  if (n > seen_ && Read(t, seen_ - a, seen_) == anchor_) {
+    start = seen_;
+  } else if (a > 0) {
+    // Trimmed at the top: the anchor moved left. Search backwards in growing
+    // windows for its last occurrence that does not reach past seen_.
+    int hi = std::min(n, seen_);
+    for (int width = kFirstSearchWindow;; width *= 2) {
+      int lo = std::max(0, hi - width);
+      std::string window = Read(t, lo, hi);
+      auto at = window.rfind(anchor_);
+      if (at != std::string::npos) {
+        start = lo + static_cast<int>(at) + a;
+        break;
+      }
+      if (lo == 0) break;
+    }
+  }
+  if (start < 0) {
+    Rebase(t, n);
+    return;
+  }
+  std::string fresh = Read(t, start, n);
+  seen_ = n;
+  std::string tail = anchor_ + fresh;
+  if (tail.size() > kAnchorChars) tail.erase(0, tail.size() - kAnchorChars);
+  anchor_ = std::move(tail);
+  Deliver(fresh);
+}
+
+void ChatScanner::Deliver(std::string_view fresh) {
+  // The client writes every line as CR, name, ":", TAB, text.
+  for (std::size_t pos = 0;;) {
+    auto next = fresh.find('\r', pos);
+    std::string_view piece = fresh.substr(pos, next == std::string_view::npos
+                                                   ? std::string_view::npos
+                                                   : next - pos);
+    std::string name, said;
+    if (!piece.empty() && SplitChatLine(piece, name, said)) {
+      platform_.loop.Post(
+          [this, name = std::move(name), said = std::move(said)] {
+            if (scanning_ && handler_) handler_(name, said);
+          });
+    }
+    if (next == std::string_view::npos) break;
+    pos = next + 1;
+  }
+}
+
+}  // namespace v2

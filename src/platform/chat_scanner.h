@@ -1,0 +1,57 @@
+#pragma once
+// The chat scanner control: watches the open chat room's transcript through
+// the window services and raises ChatMsg once for every new line, in order.
+//
+// Each look asks the transcript for its length first; only when that changed
+// does it read, and then only the stretch behind the last line it delivered
+// (plus a short anchor that proves where that line now stands). So a look
+// costs the same with a hundred lines as with ten thousand. A client that
+// trims old lines from the top moves the anchor to the left; the scanner finds
+// it again by searching backwards. A different room, or a transcript in which
+// the anchor is gone, starts afresh from its end: nothing said before is
+// replayed.
+#include <functional>
+#include <string>
+
+#include "platform/platform.h"
+
+namespace v2 {
+
+class ChatScanner {
+ public:
+  using ChatMsgHandler =
+      std::function<void(const std::string& Screen_Name,
+                         const std::string& What_Said)>;
+
+  // finder gives the transcript of the room to watch, or 0.
+  ChatScanner(Platform& platform, std::function<Hwnd()> finder);
+  void OnChatMsg(ChatMsgHandler handler) { handler_ = std::move(handler); }
+  void ScanOn();
+  void ScanOff();
+  bool Scanning() const { return scanning_; }
+
+  // One look at the room; new lines are posted to the event loop as ChatMsg
+  // events. The loop calls this by itself while scanning.
+  void Look();
+
+  static constexpr int kLookIntervalMs = 50;
+
+ private:
+  void Rebase(Hwnd transcript, int length);
+  std::string Read(Hwnd transcript, int from, int to);
+  void Deliver(std::string_view fresh);
+
+  Platform& platform_;
+  std::function<Hwnd()> finder_;
+  ChatMsgHandler handler_;
+  bool scanning_ = false;
+  bool watching_ = false;
+  Hwnd room_ = 0;
+  int seen_ = 0;        // transcript length up to the last delivered line
+  std::string anchor_;  // the text just before seen_
+};
+
+// Splits "Name:\tText" into its two parts; false when the piece has no name.
+bool SplitChatLine(std::string_view piece, std::string& name, std::string& said);
+
+}  // namespace v2

@@ -1,0 +1,98 @@
+#pragma once
+// The controls whose values are the program's data. In the simulator they are
+// plain values; a backend that shows a control to the member can attach a
+// peer so that reading the control reads the real window.
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "platform/event_loop.h"
+
+namespace v2 {
+
+// The link from a control to a real window showing its text.
+class TextPeer {
+ public:
+  virtual ~TextPeer() = default;
+  virtual std::string Read() = 0;
+  virtual void Write(const std::string& text) = 0;
+};
+
+class TextControl {
+ public:
+  explicit TextControl(std::string initial = {}) : value_(std::move(initial)) {}
+  std::string Get() const { return peer_ ? peer_->Read() : value_; }
+  void Set(std::string text) {
+    if (peer_) peer_->Write(text);
+    value_ = std::move(text);
+  }
+  void Attach(TextPeer* peer) { peer_ = peer; }
+
+ private:
+  std::string value_;
+  TextPeer* peer_ = nullptr;
+};
+
+struct TextBox {
+  TextControl Text;
+};
+
+struct Label {
+  TextControl Caption;
+};
+
+struct ListBox {
+  std::vector<std::string> items;
+  int ListIndex = -1;
+  void AddItem(std::string item) { items.push_back(std::move(item)); }
+  void Clear() {
+    items.clear();
+    ListIndex = -1;
+  }
+  int ListCount() const { return static_cast<int>(items.size()); }
+};
+
+struct MenuItem {
+  std::string Caption;
+  bool Checked = false;
+  bool Enabled = true;
+  bool Visible = true;
+  std::function<void()> Click;
+};
+
+// A timer control: Interval in ms and Enabled, on the program's event loop.
+class Timer {
+ public:
+  Timer(EventLoop& loop, int interval_ms = 0);
+  void OnTimer(std::function<void()> handler) { handler_ = std::move(handler); }
+  int Interval() const { return interval_; }
+  bool Enabled() const { return enabled_; }
+  void SetInterval(int ms);
+  void SetEnabled(bool on);
+
+ private:
+  EventLoop& loop_;
+  TimerId id_;
+  int interval_;
+  bool enabled_ = false;
+  std::function<void()> handler_;
+};
+
+inline Timer::Timer(EventLoop& loop, int interval_ms)
+    : loop_(loop), interval_(interval_ms) {
+  id_ = loop_.CreateTimer([this] {
+    if (handler_) handler_();
+  });
+}
+
+inline void Timer::SetInterval(int ms) {
+  interval_ = ms;
+  loop_.SetTimer(id_, interval_, enabled_);
+}
+
+inline void Timer::SetEnabled(bool on) {
+  enabled_ = on;
+  loop_.SetTimer(id_, interval_, enabled_);
+}
+
+}  // namespace v2

@@ -1,0 +1,55 @@
+#pragma once
+// The event loop and clock of the program's one thread.
+#include <cstdint>
+#include <functional>
+#include <string>
+
+namespace v2 {
+
+struct LocalTime {
+  int year = 2001, month = 1, day = 1;
+  int hour = 0, minute = 0, second = 0, millisecond = 0;
+};
+
+class Clock {
+ public:
+  virtual ~Clock() = default;
+  // Monotonic milliseconds; all waits and timers are measured on it.
+  virtual std::int64_t NowMs() = 0;
+  virtual LocalTime LocalNow() = 0;
+  // The system's short date form of today.
+  virtual std::string ShortDate() = 0;
+  // Milliseconds since the machine started (32-bit, wraps).
+  virtual std::uint32_t TickCount() = 0;
+  double SecondsSinceMidnight();
+};
+
+using TimerId = int;
+
+class EventLoop {
+ public:
+  virtual ~EventLoop() = default;
+  virtual Clock& clock() = 0;
+
+  // A timer fires every interval ms while enabled; a handler never starts
+  // again while it is still running. Changing either setting restarts the
+  // countdown.
+  virtual TimerId CreateTimer(std::function<void()> tick) = 0;
+  virtual void SetTimer(TimerId id, int interval_ms, bool enabled) = 0;
+
+  // Queues work for the next pump.
+  virtual void Post(std::function<void()> event) = 0;
+
+  // Something that watches another program by looking at it now and then (the
+  // chat scanner). Under real time it looks every interval_ms; under virtual
+  // time it looks whenever the loop would otherwise wait.
+  virtual void AddWatcher(std::function<void()> look, int interval_ms) = 0;
+
+  // One pass: every event and due timer waiting now is handled.
+  virtual void PumpEvents() = 0;
+  // Blocks (without handling anything) until an event may be waiting or the
+  // clock reaches deadline_ms. Virtual time moves the clock instead.
+  virtual void WaitUntil(std::int64_t deadline_ms) = 0;
+};
+
+}  // namespace v2

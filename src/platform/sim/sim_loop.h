@@ -1,0 +1,92 @@
+#pragma once
+// The simulated event loop and clock. In virtual time the clock moves only
+// when the program waits or the runner lets time pass, so a scenario that
+// spans hours runs in milliseconds with every timer firing at its due time.
+// In real time it waits on the clock and, optionally, on one input file.
+#include <chrono>
+#include <deque>
+#include <memory>
+#include <vector>
+
+#include "platform/event_loop.h"
+
+namespace v2::sim {
+
+enum class TimeMode { kVirtual, kReal };
+
+class SimClock : public Clock {
+ public:
+  SimClock(TimeMode mode, LocalTime start);
+  std::int64_t NowMs() override;
+  LocalTime LocalNow() override;
+  std::string ShortDate() override;  // M/d/yyyy
+  std::uint32_t TickCount() override;
+  void Advance(std::int64_t ms);  // virtual time only
+  TimeMode mode() const { return mode_; }
+
+ private:
+  TimeMode mode_;
+  LocalTime start_;
+  std::int64_t virtual_ms_ = 0;
+  std::chrono::steady_clock::time_point real_start_;
+};
+
+// The current local time of this machine.
+LocalTime MachineLocalTime();
+// Parses "YYYY-MM-DD HH:MM:SS"; false when it is not a valid date and time.
+bool ParseLocalTime(const std::string& text, LocalTime& out);
+
+class SimLoop : public EventLoop {
+ public:
+  SimLoop(TimeMode mode, LocalTime start);
+  Clock& clock() override { return clock_; }
+  SimClock& sim_clock() { return clock_; }
+
+  TimerId CreateTimer(std::function<void()> tick) override;
+  void SetTimer(TimerId id, int interval_ms, bool enabled) override;
+  void Post(std::function<void()> event) override;
+  void AddWatcher(std::function<void()> look, int interval_ms) override;
+  void PumpEvents() override;
+  void WaitUntil(std::int64_t deadline_ms) override;
+
+  // Work of the other process (the simulated client): it runs at every pump
+  // and before every wait; it returns whether it did anything.
+  void AddForeign(std::function<bool()> work);
+  // Real time only: a wait also ends when fd is readable, and ready() runs.
+  void SetInput(int fd, std::function<void()> ready);
+
+  // Handles everything that is ready now, without moving the clock.
+  void RunUntilIdle();
+  // Lets ms pass with the program running.
+  void RunFor(std::int64_t ms);
+
+ private:
+  struct Timer {
+    std::function<void()> tick;
+    int interval = 0;
+    bool enabled = false;
+    bool running = false;
+    std::int64_t due = 0;
+  };
+  struct Watcher {
+    std::function<void()> look;
+    int interval;
+    std::int64_t due;
+  };
+
+  bool RunForeign();
+  bool RunWatchers(bool all);
+  bool FireDueTimers();
+  bool Ready();
+  std::int64_t NextDue();
+
+  SimClock clock_;
+  std::vector<std::unique_ptr<Timer>> timers_;
+  std::deque<std::function<void()>> posted_;
+  std::vector<Watcher> watchers_;
+  std::vector<std::function<bool()>> foreign_;
+  int input_fd_ = -1;
+  std::function<void()> input_ready_;
+};
+
+}  // namespace v2::sim

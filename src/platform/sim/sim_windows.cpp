@@ -1,0 +1,225 @@
+#include "platform/sim/sim_windows.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace v2::sim {
+
+bool SameClass(std::string_view a, std::string_view b) {
+  if (a.size() != b.size()) return false;
+  for (std::size_t i = 0; i < a.size(); ++i) {
+    auto x = static_cast<unsigned char>(a[i]);
+    auto y = static_cast<unsigned char>(b[i]);
+    if (x >= 'A' && x <= 'Z') x = static_cast<unsigned char>(x + 32);
+    if (y >= 'A' && y <= 'Z') y = static_cast<unsigned char>(y + 32);
+    if (x != y) return false;
+  }
+  return true;
+}
+
+const SimWindows::Node* SimWindows::Find(Hwnd h) const {
+  auto it = nodes_.find(h);
+  return it == nodes_.end() ? nullptr : &it->second;
+}
+
+SimWindows::Node* SimWindows::Find(Hwnd h) {
+  auto it = nodes_.find(h);
+  return it == nodes_.end() ? nullptr : &it->second;
+}
+
+const std::vector<Hwnd>& SimWindows::ChildList(Hwnd parent) const {
+  static const std::vector<Hwnd> kNone;
+  if (parent == 0) return top_level_;
+  const Node* n = Find(parent);
+  return n ? n->children : kNone;
+}
+
+Hwnd SimWindows::Create(Hwnd parent, std::string cls, std::string title,
+                        Handler handler, bool visible) {
+  if (parent != 0 && !Find(parent)) return 0;
+  Hwnd h = next_handle_;
+  next_handle_ += 2;  // handles are never reused within a run
+  Node node;
+  node.parent = parent;
+  node.cls = std::move(cls);
+  node.text = std::move(title);
+  node.visible = visible;
+  node.handler = std::move(handler);
+  nodes_.emplace(h, std::move(node));
+  (parent == 0 ? top_level_ : Find(parent)->children).push_back(h);
+  return h;
+}
+
+void SimWindows::Destroy(Hwnd h) {
+  Node* n = Find(h);
+  if (!n) return;
+  std::vector<Hwnd> kids = n->children;
+  for (Hwnd k : kids) Destroy(k);
+  n = Find(h);
+  auto& siblings = n->parent == 0 ? top_level_ : Find(n->parent)->children;
+  siblings.erase(std::remove(siblings.begin(), siblings.end(), h),
+                 siblings.end());
+  nodes_.erase(h);
+}
+
+LResult SimWindows::DefWindowProc(Hwnd h, std::uint32_t msg, WParam w,
+                                  LParam l) {
+  Node* n = Find(h);
+  if (!n) return 0;
+  switch (msg) {
+    case kWmSetText:
+      n->text = l ? reinterpret_cast<const char*>(l) : "";
+      return 1;
+    case kWmGetText: {
+      if (w == 0 || l == 0) return 0;
+      auto count = std::min<std::size_t>(w - 1, n->text.size());
+      std::memcpy(reinterpret_cast<char*>(l), n->text.data(), count);
+      reinterpret_cast<char*>(l)[count] = '\0';
+      return static_cast<LResult>(count);
+    }
+    case kWmGetTextLength:
+      return static_cast<LResult>(n->text.size());
+    case kWmClose:
+      Destroy(h);
+      return 0;
+    case kEmGetTextRange: {
+      auto* r = reinterpret_cast<TextRange*>(l);
+      if (!r || !r->lpstrText) return 0;
+      auto size = static_cast<std::int32_t>(n->text.size());
+      std::int32_t from = std::clamp(r->cpMin, 0, size);
+      std::int32_t to = r->cpMax < 0 ? size : std::clamp(r->cpMax, from, size);
+      std::memcpy(r->lpstrText, n->text.data() + from,
+                  static_cast<std::size_t>(to - from));
+      r->lpstrText[to - from] = '\0';
+      return to - from;
+    }
+    default:
+      return 0;
+  }
+}
+
+std::string_view SimWindows::TextView(Hwnd h) const {
+  const Node* n = Find(h);
+  return n ? std::string_view(n->text) : std::string_view();
+}
+
+void SimWindows::SetText(Hwnd h, std::string text) {
+  if (Node* n = Find(h)) n->text = std::move(text);
+}
+
+void SimWindows::AppendText(Hwnd h, std::string_view more) {
+  if (Node* n = Find(h)) n->text.append(more);
+}
+
+void SimWindows::EraseFront(Hwnd h, std::size_t count) {
+  if (Node* n = Find(h)) n->text.erase(0, std::min(count, n->text.size()));
+}
+
+std::vector<Hwnd> SimWindows::Children(Hwnd parent) const {
+  return ChildList(parent);
+}
+
+Hwnd SimWindows::Parent(Hwnd h) const {
+  const Node* n = Find(h);
+  return n ? n->parent : 0;
+}
+
+std::string SimWindows::ClassOf(Hwnd h) const {
+  const Node* n = Find(h);
+  return n ? n->cls : std::string();
+}
+
+bool SimWindows::DeliverPosted() {
+  if (posted_.empty()) return false;
+  std::deque<Posted> batch;
+  batch.swap(posted_);
+  for (const Posted& p : batch) SendMessageA(p.h, p.msg, p.w, p.l);
+  return true;
+}
+
+Hwnd SimWindows::FindWindowA(const char* cls, const char* title) {
+  return FindWindowExA(0, 0, cls, title);
+}
+
+Hwnd SimWindows::FindWindowExA(Hwnd parent, Hwnd after, const char* cls,
+                               const char* title) {
+  if (parent != 0 && !Find(parent)) return 0;
+  const auto& kids = ChildList(parent);
+  auto it = kids.begin();
+  if (after != 0) {
+    it = std::find(kids.begin(), kids.end(), after);
+    if (it == kids.end()) return 0;
+    ++it;
+  }
+  for (; it != kids.end(); ++it) {
+    const Node* n = Find(*it);
+    if (cls && !SameClass(n->cls, cls)) continue;
+    if (title && n->text != title) continue;
+    return *it;
+  }
+  return 0;
+}
+
+LResult SimWindows::SendMessageA(Hwnd h, std::uint32_t msg, WParam w,
+                                 LParam l) {
+  Node* n = Find(h);
+  if (!n) return 0;
+  if (n->handler) {
+    Handler handler = n->handler;  // the window may go away while it runs
+    if (auto r = handler(h, msg, w, l)) return *r;
+  }
+  return DefWindowProc(h, msg, w, l);
+}
+
+bool SimWindows::PostMessageA(Hwnd h, std::uint32_t msg, WParam w, LParam l) {
+  if (!Find(h)) return false;
+  posted_.push_back({h, msg, w, l});
+  return true;
+}
+
+int SimWindows::GetWindowTextA(Hwnd h, char* buffer, int max_count) {
+  const Node* n = Find(h);
+  if (!buffer || max_count <= 0) return 0;
+  buffer[0] = '\0';
+  if (!n) return 0;
+  auto count = std::min<std::size_t>(static_cast<std::size_t>(max_count - 1),
+                                     n->text.size());
+  std::memcpy(buffer, n->text.data(), count);
+  buffer[count] = '\0';
+  return static_cast<int>(count);
+}
+
+int SimWindows::GetWindowTextLengthA(Hwnd h) {
+  const Node* n = Find(h);
+  return n ? static_cast<int>(n->text.size()) : 0;
+}
+
+bool SimWindows::IsWindowVisible(Hwnd h) {
+  for (const Node* n = Find(h); n; n = Find(n->parent)) {
+    if (!n->visible) return false;
+    if (n->parent == 0) return true;
+  }
+  return false;
+}
+
+bool SimWindows::ShowWindow(Hwnd h, int cmd) {
+  Node* n = Find(h);
+  if (!n) return false;
+  bool was = n->visible;
+  n->visible = cmd != kSwHide;
+  return was;
+}
+
+bool SimWindows::IsWindow(Hwnd h) { return Find(h) != nullptr; }
+
+std::optional<std::string> SimWindows::GetTextRange(Hwnd h, int from, int to) {
+  if (!Find(h) || to < from) return std::nullopt;
+  std::string buffer(static_cast<std::size_t>(to - from) + 1, '\0');
+  TextRange range{from, to, buffer.data()};
+  auto got = SendMessageA(h, kEmGetTextRange, 0,
+                          reinterpret_cast<LParam>(&range));
+  buffer.resize(static_cast<std::size_t>(got));
+  return buffer;
+}
+
+}  // namespace v2::sim

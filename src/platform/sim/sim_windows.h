@@ -1,0 +1,82 @@
+#pragma once
+// In-process window tree with the lookup rules of the real window manager.
+// Every window here belongs to "the other process" (the simulated client):
+// a sent message runs its handler at once; a posted message waits until the
+// program's thread yields (a pump or a wait), after any sent message.
+#include <deque>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "platform/window_services.h"
+
+namespace v2::sim {
+
+class SimWindows : public WindowServices {
+ public:
+  // A handler answers a message or returns nullopt for default processing.
+  using Handler =
+      std::function<std::optional<LResult>(Hwnd, std::uint32_t, WParam, LParam)>;
+
+  Hwnd Create(Hwnd parent, std::string cls, std::string title,
+              Handler handler = {}, bool visible = true);
+  // Destroys the window and everything under it.
+  void Destroy(Hwnd h);
+  LResult DefWindowProc(Hwnd h, std::uint32_t msg, WParam w, LParam l);
+
+  std::string_view TextView(Hwnd h) const;
+  void SetText(Hwnd h, std::string text);
+  void AppendText(Hwnd h, std::string_view more);
+  void EraseFront(Hwnd h, std::size_t count);
+  std::vector<Hwnd> Children(Hwnd parent) const;
+  Hwnd Parent(Hwnd h) const;
+  std::string ClassOf(Hwnd h) const;
+
+  // Handles every message posted so far; true if there was any.
+  bool DeliverPosted();
+
+  Hwnd FindWindowA(const char* cls, const char* title) override;
+  Hwnd FindWindowExA(Hwnd parent, Hwnd after, const char* cls,
+                     const char* title) override;
+  LResult SendMessageA(Hwnd h, std::uint32_t msg, WParam w, LParam l) override;
+  bool PostMessageA(Hwnd h, std::uint32_t msg, WParam w, LParam l) override;
+  int GetWindowTextA(Hwnd h, char* buffer, int max_count) override;
+  int GetWindowTextLengthA(Hwnd h) override;
+  bool IsWindowVisible(Hwnd h) override;
+  bool ShowWindow(Hwnd h, int cmd) override;
+  bool IsWindow(Hwnd h) override;
+  std::optional<std::string> GetTextRange(Hwnd h, int from, int to) override;
+
+ private:
+  struct Node {
+    Hwnd parent = 0;
+    std::string cls;
+    std::string text;
+    bool visible = true;
+    Handler handler;
+    std::vector<Hwnd> children;
+  };
+  struct Posted {
+    Hwnd h;
+    std::uint32_t msg;
+    WParam w;
+    LParam l;
+  };
+
+  const Node* Find(Hwnd h) const;
+  Node* Find(Hwnd h);
+  const std::vector<Hwnd>& ChildList(Hwnd parent) const;
+
+  std::unordered_map<Hwnd, Node> nodes_;
+  std::vector<Hwnd> top_level_;
+  std::deque<Posted> posted_;
+  Hwnd next_handle_ = 0x10010;
+};
+
+// ASCII case-insensitive equality, as the window manager compares classes.
+bool SameClass(std::string_view a, std::string_view b);
+
+}  // namespace v2::sim

@@ -1,0 +1,135 @@
+#include "platform/text.h"
+
+#include <array>
+#include <cstdint>
+
+namespace v2 {
+namespace {
+
+// Unicode code points of bytes 0x80..0x9F in Windows-1252 (0 = unassigned).
+constexpr std::array<std::uint16_t, 32> kHigh = {
+    0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+    0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0,      0x017D, 0,
+    0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+    0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
+
+std::uint32_t CodePoint(unsigned char c) {
+  if (c >= 0x80 && c < 0xA0) {
+    std::uint16_t u = kHigh[c - 0x80];
+    return u != 0 ? u : c;  // unassigned bytes map to the C1 control
+  }
+  return c;
+}
+
+void AppendUtf8(std::string& out, std::uint32_t u) {
+  if (u < 0x80) {
+    out += static_cast<char>(u);
+  } else if (u < 0x800) {
+    out += static_cast<char>(0xC0 | (u >> 6));
+    out += static_cast<char>(0x80 | (u & 0x3F));
+  } else {
+    out += static_cast<char>(0xE0 | (u >> 12));
+    out += static_cast<char>(0x80 | ((u >> 6) & 0x3F));
+    out += static_cast<char>(0x80 | (u & 0x3F));
+  }
+}
+
+char FromCodePoint(std::uint32_t u) {
+  if (u < 0x80 || (u >= 0xA0 && u < 0x100)) return static_cast<char>(u);
+  for (std::size_t i = 0; i < kHigh.size(); ++i) {
+    if (kHigh[i] == u) return static_cast<char>(0x80 + i);
+  }
+  if (u >= 0x80 && u < 0xA0) return static_cast<char>(u);
+  return '?';
+}
+
+}  // namespace
+
+std::string LCase(std::string_view s) {
+  std::string out(s);
+  for (char& ch : out) {
+    auto c = static_cast<unsigned char>(ch);
+    if ((c >= 'A' && c <= 'Z') || (c >= 0xC0 && c <= 0xDE && c != 0xD7)) {
+      c = static_cast<unsigned char>(c + 0x20);
+    } else if (c == 0x8A || c == 0x8C || c == 0x8E) {
+      c = static_cast<unsigned char>(c + 0x10);
+    } else if (c == 0x9F) {
+      c = 0xFF;
+    }
+    ch = static_cast<char>(c);
+  }
+  return out;
+}
+
+int InStr(int start, std::string_view haystack, std::string_view needle) {
+  if (start < 1) start = 1;
+  auto from = static_cast<std::size_t>(start - 1);
+  if (from > haystack.size()) return 0;
+  auto pos = haystack.find(needle, from);
+  return pos == std::string_view::npos ? 0 : static_cast<int>(pos) + 1;
+}
+
+std::string Mid(std::string_view s, int start, int length) {
+  if (start < 1) start = 1;
+  auto from = static_cast<std::size_t>(start - 1);
+  if (from >= s.size()) return {};
+  std::size_t n = length < 0 ? std::string_view::npos
+                             : static_cast<std::size_t>(length);
+  return std::string(s.substr(from, n));
+}
+
+std::string Left(std::string_view s, int length) {
+  if (length <= 0) return {};
+  return std::string(s.substr(0, static_cast<std::size_t>(length)));
+}
+
+std::string Cp1252ToUtf8(std::string_view s) {
+  std::string out;
+  out.reserve(s.size());
+  for (char ch : s) AppendUtf8(out, CodePoint(static_cast<unsigned char>(ch)));
+  return out;
+}
+
+std::string Utf8ToCp1252(std::string_view s) {
+  std::string out;
+  out.reserve(s.size());
+  for (std::size_t i = 0; i < s.size();) {
+    auto c = static_cast<unsigned char>(s[i]);
+    std::uint32_t u = c;
+    std::size_t len = 1;
+    if (c >= 0xF0 && c < 0xF8) {
+      u = c & 0x07;
+      len = 4;
+    } else if (c >= 0xE0) {
+      u = c & 0x0F;
+      len = 3;
+    } else if (c >= 0xC0) {
+      u = c & 0x1F;
+      len = 2;
+    } else if (c >= 0x80) {
+      out += '?';  // stray continuation byte
+      ++i;
+      continue;
+    }
+    if (i + len > s.size()) {
+      out += '?';
+      break;
+    }
+    bool ok = true;
+    for (std::size_t k = 1; k < len; ++k) {
+      auto cc = static_cast<unsigned char>(s[i + k]);
+      if ((cc & 0xC0) != 0x80) ok = false;
+      u = (u << 6) | (cc & 0x3F);
+    }
+    if (!ok) {
+      out += '?';
+      ++i;
+      continue;
+    }
+    out += len == 1 ? static_cast<char>(c) : FromCodePoint(u);
+    i += len;
+  }
+  return out;
+}
+
+}  // namespace v2

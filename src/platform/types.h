@@ -1,0 +1,43 @@
+#pragma once
+// Basic window-system types and message numbers shared by both backends.
+#include <cstdint>
+
+namespace v2 {
+
+// A window handle: a 32-bit integer, 0 for none.
+using Hwnd = std::uint32_t;
+using WParam = std::uintptr_t;
+using LParam = std::intptr_t;
+using LResult = std::intptr_t;
+
+// The program's true and false (16-bit, true is -1).
+using VbBool = std::int16_t;
+inline constexpr VbBool kVbTrue = -1;
+inline constexpr VbBool kVbFalse = 0;
+
+inline constexpr std::uint32_t kWmSetText = 12;
+inline constexpr std::uint32_t kWmGetText = 13;
+inline constexpr std::uint32_t kWmGetTextLength = 14;
+inline constexpr std::uint32_t kWmClose = 16;
+inline constexpr std::uint32_t kWmKeyDown = 256;
+inline constexpr std::uint32_t kWmKeyUp = 257;
+inline constexpr std::uint32_t kWmChar = 258;
+inline constexpr std::uint32_t kWmCommand = 273;
+inline constexpr std::uint32_t kWmLButtonDown = 513;
+inline constexpr std::uint32_t kWmLButtonUp = 514;
+inline constexpr std::uint32_t kBmSetCheck = 241;
+inline constexpr std::uint32_t kLbGetCount = 395;
+// Rich edit range read: lParam points to a TextRange.
+inline constexpr std::uint32_t kEmGetTextRange = 0x0400 + 75;
+
+inline constexpr WParam kVkReturn = 13;
+inline constexpr WParam kVkSpace = 32;
+
+// Layout-compatible with the rich edit TEXTRANGEA structure.
+struct TextRange {
+  std::int32_t cpMin;
+  std::int32_t cpMax;
+  char* lpstrText;
+};
+
+}  // namespace v2

@@ -1,0 +1,42 @@
+#pragma once
+// Window services: the only way the program sees or touches another program's
+// windows. Text is Windows-1252 bytes, exactly what the A functions pass.
+#include <optional>
+#include <string>
+
+#include "platform/types.h"
+
+namespace v2 {
+
+class WindowServices {
+ public:
+  virtual ~WindowServices() = default;
+
+  // Top-level lookup; a null class or title matches any. Class names compare
+  // without regard to case, titles exactly.
+  virtual Hwnd FindWindowA(const char* cls, const char* title) = 0;
+  // Direct children of parent, starting behind the sibling after (0: first).
+  virtual Hwnd FindWindowExA(Hwnd parent, Hwnd after, const char* cls,
+                             const char* title) = 0;
+  // Runs the window's handler before it returns; 0 for a missing window.
+  virtual LResult SendMessageA(Hwnd h, std::uint32_t msg, WParam w,
+                               LParam l) = 0;
+  // Queues the message for the window's thread and returns at once.
+  virtual bool PostMessageA(Hwnd h, std::uint32_t msg, WParam w, LParam l) = 0;
+  virtual int GetWindowTextA(Hwnd h, char* buffer, int max_count) = 0;
+  virtual int GetWindowTextLengthA(Hwnd h) = 0;
+  virtual bool IsWindowVisible(Hwnd h) = 0;
+  virtual bool ShowWindow(Hwnd h, int cmd) = 0;
+  virtual bool IsWindow(Hwnd h) = 0;
+
+  // Characters [from, to) of a text control without copying the rest, where
+  // the control supports it; nullopt where it does not (callers then fall back
+  // to WM_GETTEXT).
+  virtual std::optional<std::string> GetTextRange(Hwnd h, int from,
+                                                  int to) = 0;
+};
+
+inline constexpr int kSwHide = 0;
+inline constexpr int kSwShow = 5;
+
+}  // namespace v2
