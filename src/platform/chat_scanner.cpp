@@ -47,6 +47,7 @@ void ChatScanner::ScanOn() {
 void ChatScanner::ScanOff() { scanning_ = false; }
 
 std::string ChatScanner::Read(Hwnd transcript, int from, int to) {
+  from = std::max(from, 0);
   if (to <= from) return {};
   if (auto part = platform_.windows.GetTextRange(transcript, from, to)) {
     return *part;
@@ -81,11 +82,11 @@ void ChatScanner::Look() {
     Rebase(t, n);  // another room: what was said there before is not news
     return;
   }
-  if (n == seen_) return;
-
   const int a = static_cast<int>(anchor_.size());
   int start = -1;  // where the undelivered text begins
-  if (n > seen_ && Read(t, seen_ - a, seen_) == anchor_) {
+  // The length alone is no proof: a trim can take away as much as came.
+  if (n >= seen_ && Read(t, seen_ - a, seen_) == anchor_) {
+    if (n == seen_) return;
     start = seen_;
   } else if (a > 0) {
     // Trimmed at the top: the anchor moved left. Search backwards in growing
@@ -100,6 +101,19 @@ void ChatScanner::Look() {
         break;
       }
       if (lo == 0) break;
+    }
+    if (start < 0) {
+      // The oldest lines of the anchor went with the trim: the transcript
+      // then begins with what is left of it, from one of its line breaks.
+      std::string head = Read(t, 0, std::min(n, a));
+      for (auto k = anchor_.find('\r', 1); k != std::string::npos;
+           k = anchor_.find('\r', k + 1)) {
+        if (head.compare(0, a - k, anchor_, k) == 0) {
+          start = a - static_cast<int>(k);
+          anchor_.erase(0, k);
+          break;
+        }
+      }
     }
   }
   if (start < 0) {

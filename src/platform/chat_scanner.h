@@ -2,14 +2,16 @@
 // The chat scanner control: watches the open chat room's transcript through
 // the window services and raises ChatMsg once for every new line, in order.
 //
-// Each look asks the transcript for its length first; only when that changed
-// does it read, and then only the stretch behind the last line it delivered
-// (plus a short anchor that proves where that line now stands). So a look
-// costs the same with a hundred lines as with ten thousand. A client that
+// Each look reads the transcript's length and a short anchor: the text just
+// before the end of the last line it delivered. Where the anchor still stands
+// there, only the stretch behind it is read, so a look costs the same with a
+// hundred lines as with ten thousand. A client that
 // trims old lines from the top moves the anchor to the left; the scanner finds
 // it again by searching backwards. A different room, or a transcript in which
 // the anchor is gone, starts afresh from its end: nothing said before is
-// replayed.
+// replayed. A trim that leaves the text around the anchor exactly as it was
+// (the same lines again, of the same length) cannot be seen by any reader of
+// the text, and is missed.
 #include <functional>
 #include <string>
 

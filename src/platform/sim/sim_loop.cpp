@@ -169,11 +169,10 @@ void SimLoop::PumpEvents() {
   RunForeign();
 }
 
-bool SimLoop::Ready() {
+bool SimLoop::Ready(std::int64_t at) {
   if (!posted_.empty()) return true;
-  std::int64_t now = clock_.NowMs();
   for (const auto& t : timers_) {
-    if (t->enabled && !t->running && t->due <= now) return true;
+    if (t->enabled && !t->running && t->due <= at) return true;
   }
   return false;
 }
@@ -192,12 +191,12 @@ std::int64_t SimLoop::NextDue() {
 void SimLoop::WaitUntil(std::int64_t deadline_ms) {
   if (RunForeign()) return;
   if (clock_.mode() == TimeMode::kVirtual) {
-    if (RunWatchers(true) || Ready()) return;
+    if (RunWatchers(true) || Ready(clock_.NowMs())) return;
     std::int64_t target = std::min(deadline_ms, NextDue());
     clock_.Advance(target - clock_.NowMs());
     return;
   }
-  if (Ready()) return;
+  if (Ready(clock_.NowMs())) return;
   std::int64_t now = clock_.NowMs();
   std::int64_t target = std::min(deadline_ms, NextDue());
   auto timeout = static_cast<int>(std::clamp<std::int64_t>(target - now, 0, INT_MAX));
@@ -210,11 +209,14 @@ void SimLoop::WaitUntil(std::int64_t deadline_ms) {
 }
 
 void SimLoop::RunUntilIdle() {
+  // Timers count as ready only if they were due when this began: a handler
+  // that waits longer than its own interval would otherwise never let go.
+  const std::int64_t began = clock_.NowMs();
   for (;;) {
     PumpEvents();
     bool more = RunForeign();
     if (clock_.mode() == TimeMode::kVirtual) more |= RunWatchers(true);
-    if (!more && !Ready()) return;
+    if (!more && !Ready(began)) return;
   }
 }
 

@@ -77,7 +77,7 @@ class SimLoop : public EventLoop {
   bool RunForeign();
   bool RunWatchers(bool all);
   bool FireDueTimers();
-  bool Ready();
+  bool Ready(std::int64_t at);
   std::int64_t NextDue();
 
   SimClock clock_;

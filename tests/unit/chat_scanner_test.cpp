@@ -1,0 +1,164 @@
+#include "platform/chat_scanner.h"
+
+#include <gtest/gtest.h>
+
+#include "host/host_windows.h"
+#include "tests/unit/world.h"
+
+namespace v2 {
+namespace {
+
+struct Scanned : testing::World {
+  Scanned() : scanner(platform, [this] { return FindTranscript(platform); }) {
+    scanner.OnChatMsg([this](const std::string& n, const std::string& s) {
+      got.push_back(n + "|" + s);
+    });
+  }
+  // One look, then the events it raised.
+  std::vector<std::string> Look() {
+    got.clear();
+    scanner.Look();
+    loop.PumpEvents();
+    return got;
+  }
+  ChatScanner scanner;
+  std::vector<std::string> got;
+};
+
+using Lines = std::vector<std::string>;
+
+TEST(ChatScanner, DeliversEveryNewLineOnceInOrder) {
+  Scanned s;
+  s.client.OtherSays("Old", "said before the scan began");
+  s.scanner.ScanOn();
+  EXPECT_EQ(s.Look(), Lines{});
+  s.client.OtherSays("Bob", "hi: there\tyou");
+  s.client.MemberTypes("date");
+  s.client.MemberPressesReturn();
+  s.client.OtherSays("Bob", "");
+  EXPECT_EQ(s.Look(), (Lines{"Bob|hi: there\tyou", "Member|date", "Bob|"}));
+  EXPECT_EQ(s.Look(), Lines{});
+  // The same words again are a new line.
+  s.client.OtherSays("Bob", "");
+  EXPECT_EQ(s.Look(), Lines{"Bob|"});
+
+  s.scanner.ScanOff();
+  s.got.clear();
+  s.client.OtherSays("Bob", "unheard");
+  s.loop.RunUntilIdle();
+  EXPECT_TRUE(s.got.empty());
+}
+
+TEST(ChatScanner, ATranscriptTrimmedAtTheTopDoesNotConfuseIt) {
+  Scanned s;
+  s.client.max_lines = 20;  // beyond it the client drops the oldest lines
+  s.scanner.ScanOn();
+  Lines all;
+  for (int i = 0; i < 200; ++i) {
+    std::string text = "line " + std::to_string(i);
+    s.client.OtherSays("Bob", text);
+    if (i % 7 == 0) {  // several lines and a trim between two looks
+      for (auto& l : s.Look()) all.push_back(l);
+    }
+  }
+  for (auto& l : s.Look()) all.push_back(l);
+  ASSERT_EQ(all.size(), 200u);
+  for (int i = 0; i < 200; ++i) EXPECT_EQ(all[i], "Bob|line " + std::to_string(i));
+}
+
+TEST(ChatScanner, RepeatedIdenticalLinesAcrossATrimAreAllDelivered) {
+  Scanned s;
+  s.client.max_lines = 10;
+  s.scanner.ScanOn();
+  for (int i = 0; i < 9; ++i) s.client.OtherSays("Bob", "x" + std::to_string(i));
+  s.Look();
+  s.client.OtherSays("Bob", "same");
+  s.client.OtherSays("Bob", "same");  // the eleventh line trims two
+  EXPECT_EQ(s.Look(), (Lines{"Bob|same", "Bob|same"}));
+}
+
+TEST(ChatScanner, AnotherRoomStartsAfresh) {
+  Scanned s;
+  s.scanner.ScanOn();
+  s.client.OtherSays("Bob", "one");
+  EXPECT_EQ(s.Look(), Lines{"Bob|one"});
+  s.client.Quit();
+  EXPECT_EQ(s.Look(), Lines{});
+  s.client.Start();
+  s.client.OtherSays("Ann", "history of the new room");
+  EXPECT_EQ(s.Look(), Lines{});  // not news: said before we looked
+  s.client.OtherSays("Ann", "now");
+  EXPECT_EQ(s.Look(), Lines{"Ann|now"});
+  // Cleared and refilled: the anchor is gone, so it starts from the end.
+  s.windows.SetText(s.client.transcript(), "\rZed:\tunrelated");
+  EXPECT_EQ(s.Look(), Lines{});
+  s.client.OtherSays("Ann", "after");
+  EXPECT_EQ(s.Look(), Lines{"Ann|after"});
+}
+
+// A client whose transcript hands out no ranges: the whole text is read.
+class NoRanges : public WindowServices {
+ public:
+  explicit NoRanges(WindowServices& inner) : in_(inner) {}
+  Hwnd FindWindowA(const char* c, const char* t) override {
+    return in_.FindWindowA(c, t);
+  }
+  Hwnd FindWindowExA(Hwnd p, Hwnd a, const char* c, const char* t) override {
+    return in_.FindWindowExA(p, a, c, t);
+  }
+  LResult SendMessageA(Hwnd h, std::uint32_t m, WParam w, LParam l) override {
+    return in_.SendMessageA(h, m, w, l);
+  }
+  bool PostMessageA(Hwnd h, std::uint32_t m, WParam w, LParam l) override {
+    return in_.PostMessageA(h, m, w, l);
+  }
+  int GetWindowTextA(Hwnd h, char* b, int n) override {
+    return in_.GetWindowTextA(h, b, n);
+  }
+  int GetWindowTextLengthA(Hwnd h) override { return in_.GetWindowTextLengthA(h); }
+  bool IsWindowVisible(Hwnd h) override { return in_.IsWindowVisible(h); }
+  bool ShowWindow(Hwnd h, int c) override { return in_.ShowWindow(h, c); }
+  bool IsWindow(Hwnd h) override { return in_.IsWindow(h); }
+  std::optional<std::string> GetTextRange(Hwnd, int, int) override {
+    return std::nullopt;
+  }
+
+ private:
+  WindowServices& in_;
+};
+
+TEST(ChatScanner, ReadsTheWholeTextWhereRangesAreNotOffered) {
+  testing::World w;
+  NoRanges plain(w.windows);
+  Platform p{plain, w.loop};
+  w.client.max_lines = 5;
+  ChatScanner scanner(p, [&] { return FindTranscript(p); });
+  Lines got;
+  scanner.OnChatMsg([&](const std::string& n, const std::string& t) {
+    got.push_back(n + "|" + t);
+  });
+  scanner.ScanOn();
+  for (int i = 0; i < 12; ++i) {
+    w.client.OtherSays("Bob", std::to_string(i));
+    if (i % 3 == 2) w.loop.RunUntilIdle();  // the loop looks when idle
+  }
+  w.loop.RunUntilIdle();
+  ASSERT_EQ(got.size(), 12u);
+  EXPECT_EQ(got.front(), "Bob|0");
+  EXPECT_EQ(got.back(), "Bob|11");
+}
+
+TEST(ChatScanner, SplitsOnlyLinesWithASpeaker) {
+  std::string n, t;
+  EXPECT_TRUE(SplitChatLine("Bob:\ta:\tb", n, t));
+  EXPECT_EQ(n, "Bob");
+  EXPECT_EQ(t, "a:\tb");
+  EXPECT_TRUE(SplitChatLine("\nBob:\t", n, t));  // a CR LF transcript
+  EXPECT_EQ(n, "Bob");
+  EXPECT_EQ(t, "");
+  EXPECT_FALSE(SplitChatLine("Bob: hi", n, t));
+  EXPECT_FALSE(SplitChatLine("", n, t));
+}
+
+}  // namespace
+}  // namespace v2

@@ -1,0 +1,152 @@
+#include "host/host_windows.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/unit/world.h"
+
+namespace v2 {
+namespace {
+
+using testing::World;
+
+void Title(World& w, const std::string& title) {
+  w.windows.SetText(w.client.welcome(), title);
+}
+
+TEST(Host, GetUserReadsTheWelcomeTitle) {
+  World w("Bob");
+  EXPECT_EQ(GetUser(w.platform), "Bob");
+  EXPECT_EQ(SignedOnName(w.platform), kVbTrue);
+  Title(w, "Welcome, Bob!!");
+  EXPECT_EQ(GetUser(w.platform), "Bob");
+  Title(w, "Welcome, Mr X!");
+  EXPECT_EQ(GetUser(w.platform), "Mr X");
+  Title(w, "Welcome, !");
+  EXPECT_EQ(GetUser(w.platform), "");
+  Title(w, "Welcome, Bob");  // no "!": no name to trust
+  EXPECT_EQ(GetUser(w.platform), "");
+  EXPECT_NE(FindWelcome(w.platform), 0u);
+  for (const char* other : {"Welcome", "Welcome Bob!", "Hi Welcome, Bob!"}) {
+    Title(w, other);
+    EXPECT_EQ(GetUser(w.platform), "") << other;
+    EXPECT_EQ(FindWelcome(w.platform), 0u) << other;
+    EXPECT_EQ(SignedOnName(w.platform), kVbFalse) << other;
+  }
+  w.client.Quit();
+  EXPECT_EQ(GetUser(w.platform), "");
+  EXPECT_EQ(FindChatRoom(w.platform), 0u);
+}
+
+TEST(Host, FindChatRoomPassesOverWindowsWithoutAPeopleList) {
+  World w;
+  // The IM window stands ahead of the room and lacks only the list.
+  EXPECT_EQ(FindChatRoom(w.platform), w.client.room());
+  Hwnd mdi = FindMdiClient(w.platform);
+  Hwnd second = w.windows.Create(mdi, "AOL Child", "Room 2");
+  for (const char* cls : {"RICHCNTL", "_AOL_Listbox", "_AOL_Icon", "_AOL_Static"}) {
+    w.windows.Create(second, cls, "");
+  }
+  EXPECT_EQ(FindChatRoom(w.platform), w.client.room());  // first in order
+  w.windows.Destroy(w.client.room());
+  EXPECT_EQ(FindChatRoom(w.platform), second);
+}
+
+TEST(Host, ChatSendKeepsWhatTheMemberHalfTyped) {
+  World w;
+  w.client.MemberTypes("hel");
+  ChatSend(w.platform, "a line");
+  EXPECT_EQ(w.room, (std::vector<std::string>{"Member:\ta line"}));
+  EXPECT_EQ(w.client.InputText(), "hel");
+  w.loop.RunUntilIdle();  // nothing posted is left to send it
+  EXPECT_EQ(w.room.size(), 1u);
+  EXPECT_EQ(w.client.InputText(), "hel");
+}
+
+TEST(Host, ChatSendOfNothingAndWithNoRoom) {
+  World w;
+  int returns = 0;
+  // An input line that counts the Returns it gets and takes every line.
+  w.windows.Destroy(w.client.input());
+  Hwnd counted = w.windows.Create(
+      w.client.room(), "RICHCNTL", "",
+      [&](Hwnd h, std::uint32_t msg, WParam c, LParam) -> std::optional<LResult> {
+        if (msg == kWmChar && c == kVkReturn) {
+          ++returns;
+          w.windows.SetText(h, "");
+        }
+        return std::nullopt;
+      });
+  ASSERT_EQ(NthChild(w.platform, w.client.room(), "RICHCNTL", 2), counted);
+  ChatSend(w.platform, "");
+  EXPECT_EQ(returns, 1);
+  EXPECT_EQ(w.loop.clock().NowMs(), 0);
+
+  w.windows.Destroy(w.client.room());
+  ChatSend(w.platform, "lost");
+  EXPECT_TRUE(w.room.empty());
+  EXPECT_EQ(w.loop.clock().NowMs(), 0);
+}
+
+TEST(Host, ChatSendGivesUpOnAClientThatNeverTakesTheLine) {
+  World w;
+  Hwnd stuck = w.windows.Create(
+      w.client.room(), "RICHCNTL", "",
+      [](Hwnd, std::uint32_t msg, WParam, LParam) -> std::optional<LResult> {
+        if (msg == kWmChar) return 0;  // swallows Return, keeps the text
+        return std::nullopt;
+      });
+  w.windows.Destroy(w.client.input());
+  ASSERT_EQ(NthChild(w.platform, w.client.room(), "RICHCNTL", 2), stuck);
+  w.windows.SetText(stuck, "typed");
+  ChatSend(w.platform, "never taken");
+  EXPECT_EQ(w.loop.clock().NowMs(), 10000);
+  EXPECT_EQ(w.windows.TextView(stuck), "typed");
+}
+
+TEST(Host, AChatSendInsideAnotherSendsFirstAndLosesNothing) {
+  World w;
+  w.client.MemberTypes("half");
+  bool inner_done = false;
+  // An event that is waiting when the outer send pumps: a timer tick, say.
+  w.loop.Post([&] {
+    ChatSend(w.platform, "inner");
+    inner_done = true;
+  });
+  ChatSend(w.platform, "outer");
+  EXPECT_TRUE(inner_done);
+  EXPECT_EQ(w.room, (std::vector<std::string>{"Member:\tinner",
+                                              "Member:\touter"}));
+  EXPECT_EQ(w.client.InputText(), "half");
+}
+
+TEST(Host, TheOkDialogIsPressedAndTheWaitForItIsBounded) {
+  World w;
+  WaitHostOK(w.platform);  // no dialog: gives up after the bound
+  EXPECT_EQ(w.loop.clock().NowMs(), 10000);
+
+  w.client.ShowDialog("You are not allowed.");
+  EXPECT_NE(w.windows.FindWindowA("#32770", "America Online"), 0u);
+  WaitHostOK(w.platform);
+  EXPECT_EQ(w.windows.FindWindowA("#32770", "America Online"), 0u);
+  EXPECT_EQ(w.loop.clock().NowMs(), 10000);
+
+  w.client.ShowDialog("again");
+  DismissHostError(w.platform);
+  EXPECT_EQ(w.windows.FindWindowA("#32770", "America Online"), 0u);
+  DismissHostError(w.platform);  // nothing there: nothing happens
+}
+
+TEST(Host, CloseWindowPostsAndTheClientClosesWhenTheThreadYields) {
+  World w;
+  Hwnd welcome = FindWelcome(w.platform);
+  CloseWindow(w.platform, welcome);
+  EXPECT_TRUE(w.windows.IsWindow(welcome));
+  PumpEvents(w.platform);
+  EXPECT_FALSE(w.windows.IsWindow(welcome));
+  EXPECT_EQ(GetUser(w.platform), "");
+  EXPECT_EQ(GetText(w.platform, 0), "");
+  EXPECT_EQ(GetCaption(w.platform, 0), "");
+}
+
+}  // namespace
+}  // namespace v2

@@ -1,0 +1,32 @@
+#pragma once
+// A simulated client with the member signed on and one room open, on a
+// virtual clock, for tests that drive the program's pieces directly.
+#include <string>
+#include <vector>
+
+#include "aolsim/aol_client.h"
+#include "aolsim/sim_window_host.h"
+#include "platform/platform.h"
+#include "platform/sim/sim_loop.h"
+#include "platform/sim/sim_windows.h"
+
+namespace v2::testing {
+
+struct World {
+  explicit World(std::string name = "Member")
+      : loop(sim::TimeMode::kVirtual, LocalTime{2001, 6, 15, 14, 3, 0, 0}),
+        platform{windows, loop},
+        host(windows, loop),
+        client(host, std::move(name)) {
+    client.on_line = [this](const std::string& line) { room.push_back(line); };
+    client.Start();
+  }
+  sim::SimWindows windows;
+  sim::SimLoop loop;
+  Platform platform;
+  aolsim::SimWindowHost host;
+  aolsim::AolClient client;
+  std::vector<std::string> room;  // every line the room showed
+};
+
+}  // namespace v2::testing
