@@ -11,13 +11,32 @@ constexpr int kFirstSearchWindow = 4096;
 
 }  // namespace
 
+std::string StripMarkup(std::string_view text) {
+  std::string out;
+  out.reserve(text.size());
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == '<' && i + 1 < text.size()) {
+      auto c = static_cast<unsigned char>(text[i + 1]);
+      bool tag = c == '/' || c == '!' || (c >= 'A' && c <= 'Z') ||
+                 (c >= 'a' && c <= 'z');
+      auto close = text.find('>', i + 1);
+      if (tag && close != std::string_view::npos) {
+        i = close;
+        continue;
+      }
+    }
+    out += text[i];
+  }
+  return out;
+}
+
 bool SplitChatLine(std::string_view piece, std::string& name,
                    std::string& said) {
   if (!piece.empty() && piece.front() == '\n') piece.remove_prefix(1);
   auto sep = piece.find(":\t");
   if (sep == std::string_view::npos) return false;
   name.assign(piece.substr(0, sep));
-  said.assign(piece.substr(sep + 2));
+  said = StripMarkup(piece.substr(sep + 2));
   return true;
 }
 

@@ -9,7 +9,7 @@
 // trims old lines from the top moves the anchor to the left; the scanner finds
 // it again by searching backwards. A different room, or a transcript in which
 // the anchor is gone, starts afresh from its end: nothing said before is
-// replayed. A trim that leaves the text around the anchor exactly as it was
+// replayed. Lines are delivered as the member sees them, without markup. A trim that leaves the text around the anchor exactly as it was
 // (the same lines again, of the same length) cannot be seen by any reader of
 // the text, and is missed.
 #include <functional>
@@ -53,7 +53,12 @@ class ChatScanner {
   std::string anchor_;  // the text just before seen_
 };
 
-// Splits "Name:\tText" into its two parts; false when the piece has no name.
+// The text as the member sees it in the room: the client shows tags such as
+// <font ...> or </b> as formatting, not as words. "a < b" stays as it is.
+std::string StripMarkup(std::string_view text);
+
+// Splits "Name:\tText" into the speaker and what was said, as seen; false
+// when the piece has no speaker.
 bool SplitChatLine(std::string_view piece, std::string& name, std::string& said);
 
 }  // namespace v2

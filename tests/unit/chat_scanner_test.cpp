@@ -157,6 +157,11 @@ TEST(ChatScanner, SplitsOnlyLinesWithASpeaker) {
   EXPECT_EQ(n, "Bob");
   EXPECT_EQ(t, "");
   EXPECT_FALSE(SplitChatLine("Bob: hi", n, t));
+  EXPECT_TRUE(SplitChatLine("Me:\t<font face=\"a\" color=#ff8000>\x95 <b>date</b>",
+                            n, t));
+  EXPECT_EQ(t, "\x95 date");
+  EXPECT_EQ(StripMarkup("a < b > c <3 <u>x</u> <"), "a < b > c <3 x <");
+  EXPECT_EQ(StripMarkup("<unclosed"), "<unclosed");
   EXPECT_FALSE(SplitChatLine("", n, t));
 }
 

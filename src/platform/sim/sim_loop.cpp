@@ -189,7 +189,9 @@ std::int64_t SimLoop::NextDue() {
 }
 
 void SimLoop::WaitUntil(std::int64_t deadline_ms) {
-  if (RunForeign()) return;
+  // The other process gets its turn, but its work does not wake this thread:
+  // only events of the program's own end a wait early.
+  RunForeign();
   if (clock_.mode() == TimeMode::kVirtual) {
     if (RunWatchers(true) || Ready(clock_.NowMs())) return;
     std::int64_t target = std::min(deadline_ms, NextDue());
