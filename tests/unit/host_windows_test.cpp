@@ -148,5 +148,20 @@ TEST(Host, CloseWindowPostsAndTheClientClosesWhenTheThreadYields) {
   EXPECT_EQ(GetCaption(w.platform, 0), "");
 }
 
+TEST(Host, ClickIconSendsTheButtonPairWithoutAPosition) {
+  World w;
+  std::vector<std::pair<std::uint32_t, LParam>> got;
+  Hwnd icon = w.windows.Create(
+      w.client.room(), "_AOL_Icon", "",
+      [&](Hwnd, std::uint32_t msg, WParam, LParam l) -> std::optional<LResult> {
+        got.emplace_back(msg, l);
+        return std::nullopt;
+      });
+  ClickIcon(w.platform, icon);
+  EXPECT_EQ(got, (std::vector<std::pair<std::uint32_t, LParam>>{
+                     {kWmLButtonDown, 0}, {kWmLButtonUp, 0}}));
+  ClickIcon(w.platform, 0);  // nothing there: nothing happens
+}
+
 }  // namespace
 }  // namespace v2
