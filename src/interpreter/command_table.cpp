@@ -7,6 +7,7 @@ namespace v2 {
 
 const std::array<CommandRow, kCommandCount>& CommandTable() {
   using R = ArgRule;
+  // clang-format off
   static const std::array<CommandRow, kCommandCount> kTable = {{
       {"ioff", 6, R::kNone, nullptr},
       {"ion", 5, R::kNone, nullptr},
@@ -60,6 +61,7 @@ const std::array<CommandRow, kCommandCount>& CommandTable() {
       {"aim", 5, R::kNone, nullptr},
       {"stats", 7, R::kNone, nullptr},
   }};
+  // clang-format on
   return kTable;
 }
 

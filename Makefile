@@ -1,0 +1,84 @@
+# vantrel2: the everyday commands.
+#
+#   make demo      build, then play the member in a simulated room (real time)
+#   make test      everything that can run on this machine
+#   make build     the program, tests and benchmarks into build/
+#   make format    rewrite the sources in the house style (.clang-format)
+#   make deps      install what the above need (Debian; only what is missing)
+#   make clean
+#
+# CMake and Ninja do the real work; this file only strings the steps together.
+
+JOBS  ?= $(shell nproc 2>/dev/null || echo 2)
+CMAKE ?= cmake
+CTEST ?= ctest
+ARGS  ?=
+
+BUILD_DIR := build
+ASAN_DIR  := build-asan
+
+# Benchmarks are compiled whenever there are any to compile.
+BENCH := $(if $(wildcard bench/*_bench.cpp),ON,OFF)
+
+FORMAT_DIRS  := src aolsim app tests bench fuzz
+FORMAT_FILES  = $(sort $(shell find $(wildcard $(FORMAT_DIRS)) -type f \
+                  \( -name '*.cpp' -o -name '*.h' \) 2>/dev/null))
+
+# The steps depend on each other's results; keep them in order under make -j.
+.NOTPARALLEL:
+.DEFAULT_GOAL := build
+.PHONY: deps build demo test asan-test bench-smoke format format-check clean
+
+deps:
+	@bash tools/install-deps
+
+build: deps
+	$(CMAKE) -S . -B $(BUILD_DIR) -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+	  -DV2_BENCH=$(BENCH)
+	$(CMAKE) --build $(BUILD_DIR) -j $(JOBS)
+
+# Real time: each line typed is a command, and any other line is said in the
+# room (type `date`). Ctrl-D ends it.
+demo: build
+	$(BUILD_DIR)/vantrel2-sim $(ARGS)
+
+# Formatting first: it takes a second and needs no build.
+test: deps format-check build asan-test bench-smoke
+	@echo "make test: all passed"
+
+# Unit tests and every scenario script, under the address and undefined
+# behaviour sanitizers. The timeout only keeps a hung test from hanging the
+# run; no test measures time.
+asan-test: deps
+	$(CMAKE) -S . -B $(ASAN_DIR) -G Ninja -DCMAKE_BUILD_TYPE=Debug \
+	  -DV2_SANITIZE=ON -DV2_BENCH=OFF
+	$(CMAKE) --build $(ASAN_DIR) -j $(JOBS)
+	ASAN_OPTIONS=detect_stack_use_after_return=1:strict_string_checks=1 \
+	UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
+	  $(CTEST) --test-dir $(ASAN_DIR) --output-on-failure -j $(JOBS) \
+	  --timeout 120
+
+# A short run, to see that every benchmark still runs; the numbers mean
+# little at this length.
+bench-smoke: build
+	@if [ -x $(BUILD_DIR)/bench/benchmarks ]; then \
+	  echo "$(BUILD_DIR)/bench/benchmarks --benchmark_min_time=0.01"; \
+	  $(BUILD_DIR)/bench/benchmarks --benchmark_min_time=0.01; \
+	else \
+	  echo "bench-smoke: no benchmarks built, nothing to run"; \
+	fi
+
+format-check: deps
+	@if [ -n "$(strip $(FORMAT_FILES))" ]; then \
+	  clang-format --dry-run --Werror $(FORMAT_FILES) || { \
+	    echo "format-check: run 'make format' to fix the files above" >&2; \
+	    exit 1; }; \
+	fi
+
+format: deps
+	@if [ -n "$(strip $(FORMAT_FILES))" ]; then \
+	  clang-format -i $(FORMAT_FILES); \
+	fi
+
+clean:
+	rm -rf $(BUILD_DIR) $(ASAN_DIR)
