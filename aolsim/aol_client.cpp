@@ -101,8 +101,8 @@ void AolClient::OpenWelcome() {
 void AolClient::ShowDialog(const std::string& message) {
   Hwnd dialog = host_.Create(0, "#32770", "America Online");
   host_.Create(dialog, "Button", "OK",
-               [this, dialog](Hwnd, std::uint32_t msg, WParam w, LParam)
-                   -> std::optional<LResult> {
+               [this, dialog](Hwnd, std::uint32_t msg, WParam w,
+                              LParam) -> std::optional<LResult> {
                  if (msg == kWmKeyUp && w == kVkSpace) host_.Destroy(dialog);
                  return std::nullopt;
                });

@@ -14,8 +14,8 @@ namespace v2::aolsim {
 class WindowHost {
  public:
   // Answers a message, or nullopt to let the window's default handling act.
-  using Handler =
-      std::function<std::optional<LResult>(Hwnd, std::uint32_t, WParam, LParam)>;
+  using Handler = std::function<std::optional<LResult>(Hwnd, std::uint32_t,
+                                                       WParam, LParam)>;
 
   virtual ~WindowHost() = default;
   virtual Hwnd Create(Hwnd parent, const std::string& cls,

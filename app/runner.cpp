@@ -26,7 +26,8 @@ bool Take(const std::string& line, const std::string& word, std::string& rest) {
 }
 
 bool ParseSeconds(const std::string& text, double& seconds) {
-  if (text.empty() || text.find_first_not_of("0123456789.") != std::string::npos) {
+  if (text.empty() ||
+      text.find_first_not_of("0123456789.") != std::string::npos) {
     return false;
   }
   char* end = nullptr;
@@ -128,7 +129,8 @@ Runner::Outcome Runner::Run(const std::string& raw) {
     auto blank = rest.find(' ');
     std::string name = rest.substr(0, blank);
     if (name.empty()) return Outcome::kNotUnderstood;
-    client_.OtherSays(name, blank == std::string::npos ? "" : rest.substr(blank + 1));
+    client_.OtherSays(name,
+                      blank == std::string::npos ? "" : rest.substr(blank + 1));
   } else if (Take(line, "wait", rest)) {
     double seconds = 0;
     if (!ParseSeconds(rest, seconds)) return Outcome::kNotUnderstood;
@@ -147,8 +149,9 @@ Runner::Outcome Runner::Run(const std::string& raw) {
     client_.OpenWelcome();
   } else {
     static const char* const kLater[] = {
-        "answer", "answer-cancel", "reasons", "im",   "person", "roomfull",
-        "roomfree", "menu",        "tray",    "download", "upload", "end"};
+        "answer", "answer-cancel", "reasons",  "im",
+        "person", "roomfull",      "roomfree", "menu",
+        "tray",   "download",      "upload",   "end"};
     std::string word = line.substr(0, line.find(' '));
     for (const char* later : kLater) {
       if (word == later) return Outcome::kNotYet;
@@ -170,8 +173,8 @@ int Runner::RunScript(std::istream& script) {
       case Outcome::kDone:
         break;
       case Outcome::kNotUnderstood:
-        err_ << "vantrel2-sim: line " << number << " is not understood: " << line
-             << '\n';
+        err_ << "vantrel2-sim: line " << number
+             << " is not understood: " << line << '\n';
         return 2;
       case Outcome::kNotYet:
         err_ << "vantrel2-sim: line " << number

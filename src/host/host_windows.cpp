@@ -37,8 +37,7 @@ void SetText(Platform& p, Hwnd h, const std::string& text) {
 bool WaitForHost(Platform& p, const std::function<bool()>& pass,
                  double bound_seconds) {
   Clock& clock = p.clock();
-  std::int64_t deadline =
-      clock.NowMs() + std::llround(bound_seconds * 1000.0);
+  std::int64_t deadline = clock.NowMs() + std::llround(bound_seconds * 1000.0);
   for (;;) {
     if (pass()) return true;
     std::int64_t now = clock.NowMs();
@@ -87,7 +86,8 @@ void Pause(Platform& p, double seconds) {
 
 Hwnd NthChild(Platform& p, Hwnd parent, const char* cls, int n) {
   Hwnd h = p.windows.FindWindowExA(parent, 0, cls, nullptr);
-  for (int i = 1; i < n; ++i) h = p.windows.FindWindowExA(parent, h, cls, nullptr);
+  for (int i = 1; i < n; ++i)
+    h = p.windows.FindWindowExA(parent, h, cls, nullptr);
   return h;
 }
 

@@ -15,7 +15,8 @@ bool CutCommand(const std::string& What_Said, const CommandRow*& row,
   std::string CommandWord = blank == 0 ? What_Said : Left(What_Said, blank - 1);
   for (const CommandRow& r : CommandTable()) {
     if (CommandWord != r.word) continue;
-    CommandArg = r.rule == ArgRule::kP ? Mid(What_Said, 3) : Mid(What_Said, r.start);
+    CommandArg =
+        r.rule == ArgRule::kP ? Mid(What_Said, 3) : Mid(What_Said, r.start);
     switch (r.rule) {
       case ArgRule::kNone:
         if (!CommandArg.empty()) return false;
@@ -50,9 +51,10 @@ void Chat1_ChatMsg(Program& prog, const std::string& Screen_Name,
 }
 
 void PostDate(Program& prog, const std::string& /*CommandArg*/) {
-  ChatSend(prog.platform,
-           StyledLine(prog.form4, Pair::kMain,
-                      "todays date: " + LCase(prog.platform.clock().ShortDate())));
+  ChatSend(
+      prog.platform,
+      StyledLine(prog.form4, Pair::kMain,
+                 "todays date: " + LCase(prog.platform.clock().ShortDate())));
 }
 
 }  // namespace v2

@@ -9,9 +9,10 @@
 // trims old lines from the top moves the anchor to the left; the scanner finds
 // it again by searching backwards. A different room, or a transcript in which
 // the anchor is gone, starts afresh from its end: nothing said before is
-// replayed. Lines are delivered as the member sees them, without markup. A trim that leaves the text around the anchor exactly as it was
-// (the same lines again, of the same length) cannot be seen by any reader of
-// the text, and is missed.
+// replayed. Lines are delivered as the member sees them, without markup. A trim
+// that leaves the text around the anchor exactly as it was (the same lines
+// again, of the same length) cannot be seen by any reader of the text, and is
+// missed.
 #include <functional>
 #include <string>
 
@@ -21,9 +22,8 @@ namespace v2 {
 
 class ChatScanner {
  public:
-  using ChatMsgHandler =
-      std::function<void(const std::string& Screen_Name,
-                         const std::string& What_Said)>;
+  using ChatMsgHandler = std::function<void(const std::string& Screen_Name,
+                                            const std::string& What_Said)>;
 
   // finder gives the transcript of the room to watch, or 0.
   ChatScanner(Platform& platform, std::function<Hwnd()> finder);
@@ -59,6 +59,7 @@ std::string StripMarkup(std::string_view text);
 
 // Splits "Name:\tText" into the speaker and what was said, as seen; false
 // when the piece has no speaker.
-bool SplitChatLine(std::string_view piece, std::string& name, std::string& said);
+bool SplitChatLine(std::string_view piece, std::string& name,
+                   std::string& said);
 
 }  // namespace v2

@@ -73,8 +73,8 @@ std::string Mid(std::string_view s, int start, int length) {
   if (start < 1) start = 1;
   auto from = static_cast<std::size_t>(start - 1);
   if (from >= s.size()) return {};
-  std::size_t n = length < 0 ? std::string_view::npos
-                             : static_cast<std::size_t>(length);
+  std::size_t n =
+      length < 0 ? std::string_view::npos : static_cast<std::size_t>(length);
   return std::string(s.substr(from, n));
 }
 

@@ -32,8 +32,7 @@ class WindowServices {
   // Characters [from, to) of a text control without copying the rest, where
   // the control supports it; nullopt where it does not (callers then fall back
   // to WM_GETTEXT).
-  virtual std::optional<std::string> GetTextRange(Hwnd h, int from,
-                                                  int to) = 0;
+  virtual std::optional<std::string> GetTextRange(Hwnd h, int from, int to) = 0;
 };
 
 inline constexpr int kSwHide = 0;

@@ -11,9 +11,10 @@ Form1::Form1(Platform& p)
 
 Program::Program(Platform& platform_in)
     : platform(platform_in), form1(platform_in) {
-  form1.Chat1.OnChatMsg([this](const std::string& name, const std::string& said) {
-    Chat1_ChatMsg(*this, name, said);
-  });
+  form1.Chat1.OnChatMsg(
+      [this](const std::string& name, const std::string& said) {
+        Chat1_ChatMsg(*this, name, said);
+      });
   auto text = [this](const char* name, const TextBox& box) {
     controls_[name] = [&box] { return box.Text.Get(); };
   };

@@ -35,12 +35,12 @@ struct Form4 {
   TextBox Text7{TextControl(": idle :")};
   TextBox Text8{TextControl("/mins")};
   TextBox Text9{TextControl("reason:")};
-  TextBox Text11{TextControl("\x8B\xA1'\x95")};   // lead of main
+  TextBox Text11{TextControl("\x8B\xA1'\x95")};     // lead of main
   TextBox Text12{TextControl("\x8B\xA1\xCC\x9B")};  // lead of second, stat
   TextBox Text13{TextControl(" \x8B\xCC\xA1")};     // lead of third, test
   TextBox Text17{TextControl("%")};
   TextBox Text19{TextControl("ml")};
-  TextBox Text20, Text21, Text22;              // tails
+  TextBox Text20, Text21, Text22;               // tails
   TextBox Text23{TextControl("arial narrow")};  // end font
 };
 

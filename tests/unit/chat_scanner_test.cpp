@@ -63,14 +63,16 @@ TEST(ChatScanner, ATranscriptTrimmedAtTheTopDoesNotConfuseIt) {
   }
   for (auto& l : s.Look()) all.push_back(l);
   ASSERT_EQ(all.size(), 200u);
-  for (int i = 0; i < 200; ++i) EXPECT_EQ(all[i], "Bob|line " + std::to_string(i));
+  for (int i = 0; i < 200; ++i)
+    EXPECT_EQ(all[i], "Bob|line " + std::to_string(i));
 }
 
 TEST(ChatScanner, RepeatedIdenticalLinesAcrossATrimAreAllDelivered) {
   Scanned s;
   s.client.max_lines = 10;
   s.scanner.ScanOn();
-  for (int i = 0; i < 9; ++i) s.client.OtherSays("Bob", "x" + std::to_string(i));
+  for (int i = 0; i < 9; ++i)
+    s.client.OtherSays("Bob", "x" + std::to_string(i));
   s.Look();
   s.client.OtherSays("Bob", "same");
   s.client.OtherSays("Bob", "same");  // the eleventh line trims two
@@ -115,7 +117,9 @@ class NoRanges : public WindowServices {
   int GetWindowTextA(Hwnd h, char* b, int n) override {
     return in_.GetWindowTextA(h, b, n);
   }
-  int GetWindowTextLengthA(Hwnd h) override { return in_.GetWindowTextLengthA(h); }
+  int GetWindowTextLengthA(Hwnd h) override {
+    return in_.GetWindowTextLengthA(h);
+  }
   bool IsWindowVisible(Hwnd h) override { return in_.IsWindowVisible(h); }
   bool ShowWindow(Hwnd h, int c) override { return in_.ShowWindow(h, c); }
   bool IsWindow(Hwnd h) override { return in_.IsWindow(h); }
@@ -157,8 +161,8 @@ TEST(ChatScanner, SplitsOnlyLinesWithASpeaker) {
   EXPECT_EQ(n, "Bob");
   EXPECT_EQ(t, "");
   EXPECT_FALSE(SplitChatLine("Bob: hi", n, t));
-  EXPECT_TRUE(SplitChatLine("Me:\t<font face=\"a\" color=#ff8000>\x95 <b>date</b>",
-                            n, t));
+  EXPECT_TRUE(SplitChatLine(
+      "Me:\t<font face=\"a\" color=#ff8000>\x95 <b>date</b>", n, t));
   EXPECT_EQ(t, "\x95 date");
   EXPECT_EQ(StripMarkup("a < b > c <3 <u>x</u> <"), "a < b > c <3 x <");
   EXPECT_EQ(StripMarkup("<unclosed"), "<unclosed");

@@ -43,7 +43,8 @@ TEST(Host, FindChatRoomPassesOverWindowsWithoutAPeopleList) {
   EXPECT_EQ(FindChatRoom(w.platform), w.client.room());
   Hwnd mdi = FindMdiClient(w.platform);
   Hwnd second = w.windows.Create(mdi, "AOL Child", "Room 2");
-  for (const char* cls : {"RICHCNTL", "_AOL_Listbox", "_AOL_Icon", "_AOL_Static"}) {
+  for (const char* cls :
+       {"RICHCNTL", "_AOL_Listbox", "_AOL_Icon", "_AOL_Static"}) {
     w.windows.Create(second, cls, "");
   }
   EXPECT_EQ(FindChatRoom(w.platform), w.client.room());  // first in order
@@ -67,15 +68,15 @@ TEST(Host, ChatSendOfNothingAndWithNoRoom) {
   int returns = 0;
   // An input line that counts the Returns it gets and takes every line.
   w.windows.Destroy(w.client.input());
-  Hwnd counted = w.windows.Create(
-      w.client.room(), "RICHCNTL", "",
-      [&](Hwnd h, std::uint32_t msg, WParam c, LParam) -> std::optional<LResult> {
-        if (msg == kWmChar && c == kVkReturn) {
-          ++returns;
-          w.windows.SetText(h, "");
-        }
-        return std::nullopt;
-      });
+  Hwnd counted = w.windows.Create(w.client.room(), "RICHCNTL", "",
+                                  [&](Hwnd h, std::uint32_t msg, WParam c,
+                                      LParam) -> std::optional<LResult> {
+                                    if (msg == kWmChar && c == kVkReturn) {
+                                      ++returns;
+                                      w.windows.SetText(h, "");
+                                    }
+                                    return std::nullopt;
+                                  });
   ASSERT_EQ(NthChild(w.platform, w.client.room(), "RICHCNTL", 2), counted);
   ChatSend(w.platform, "");
   EXPECT_EQ(returns, 1);
@@ -114,8 +115,8 @@ TEST(Host, AChatSendInsideAnotherSendsFirstAndLosesNothing) {
   });
   ChatSend(w.platform, "outer");
   EXPECT_TRUE(inner_done);
-  EXPECT_EQ(w.room, (std::vector<std::string>{"Member:\tinner",
-                                              "Member:\touter"}));
+  EXPECT_EQ(w.room,
+            (std::vector<std::string>{"Member:\tinner", "Member:\touter"}));
   EXPECT_EQ(w.client.InputText(), "half");
 }
 

@@ -51,14 +51,14 @@ TEST(StyledLine, PairsPickTheirDecorationsAndLiveValuesCount) {
 TEST(CommandTable, HoldsEveryWordInOrderWithItsStart) {
   const auto& table = CommandTable();
   const char* words[] = {
-      "ioff",   "ion",   "ghoston", "ghostoff", "hwelc", "swelc",  "idleon",
-      "idleoff", "vcus", "vrea",    "glyph",    "exit",  "brag",   "handle",
-      "pr",     "off",   "cmds",    "soff",     "new",   "old",    "sent",
-      "flash",  "boot",  "kw",      "web",      "ck",    "time",   "charmap",
-      "date",   "aotime", "cdir",   "r",        "next",  "prev",   "dir",
-      "unpause", "stop", "vol",     "pause",    "p",     "cancel", "cont",
-      "rep",    "ord",   "ref",     "im",       "adv",   "sinfo",  "length",
-      "aim",    "stats"};
+      "ioff",    "ion",    "ghoston", "ghostoff", "hwelc", "swelc",  "idleon",
+      "idleoff", "vcus",   "vrea",    "glyph",    "exit",  "brag",   "handle",
+      "pr",      "off",    "cmds",    "soff",     "new",   "old",    "sent",
+      "flash",   "boot",   "kw",      "web",      "ck",    "time",   "charmap",
+      "date",    "aotime", "cdir",    "r",        "next",  "prev",   "dir",
+      "unpause", "stop",   "vol",     "pause",    "p",     "cancel", "cont",
+      "rep",     "ord",    "ref",     "im",       "adv",   "sinfo",  "length",
+      "aim",     "stats"};
   ASSERT_EQ(std::size(words), table.size());
   for (std::size_t i = 0; i < table.size(); ++i) {
     std::string w = table[i].word;
@@ -113,7 +113,8 @@ TEST(CommandTable, CutsAndRulesRefuseWhatTheyShould) {
 }
 
 struct Live : testing::World {
-  explicit Live(std::string name = "Member") : World(std::move(name)), prog(platform) {
+  explicit Live(std::string name = "Member")
+      : World(std::move(name)), prog(platform) {
     prog.Start();
   }
   void Say(const std::string& text) {

@@ -26,7 +26,8 @@ TEST(SimWindows, LookupFollowsTheWindowManagersRules) {
   EXPECT_EQ(w.FindWindowExA(frame, 0, "_AOL_Icon", "b"), b);
   EXPECT_EQ(w.FindWindowExA(frame, 0, nullptr, "deep"), 0u);  // direct only
   EXPECT_EQ(w.FindWindowExA(list, 0, nullptr, nullptr), inner);
-  EXPECT_EQ(w.FindWindowExA(frame, inner, nullptr, nullptr), 0u);  // not a child
+  EXPECT_EQ(w.FindWindowExA(frame, inner, nullptr, nullptr),
+            0u);  // not a child
 }
 
 TEST(SimWindows, NthChildStartsAgainBehindZero) {
@@ -45,11 +46,12 @@ TEST(SimWindows, NthChildStartsAgainBehindZero) {
 TEST(SimWindows, SentMessagesRunAtOncePostedOnesWhenTheThreadYields) {
   sim::SimWindows w;
   std::string seen;
-  Hwnd h = w.Create(0, "RICHCNTL", "", [&](Hwnd, std::uint32_t msg, WParam c,
-                                           LParam) -> std::optional<LResult> {
-    if (msg == kWmChar) seen += static_cast<char>(c);
-    return std::nullopt;
-  });
+  Hwnd h = w.Create(
+      0, "RICHCNTL", "",
+      [&](Hwnd, std::uint32_t msg, WParam c, LParam) -> std::optional<LResult> {
+        if (msg == kWmChar) seen += static_cast<char>(c);
+        return std::nullopt;
+      });
   w.SendMessageA(h, kWmChar, 'a', 0);
   EXPECT_EQ(seen, "a");
   EXPECT_TRUE(w.PostMessageA(h, kWmChar, 'b', 0));

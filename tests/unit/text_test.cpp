@@ -28,7 +28,9 @@ TEST(Text, PositionsAreOneBased) {
 }
 
 TEST(Text, ConvertsAtTheEdges) {
-  const std::string cp = "vantrel\xB2 lo\xE1" "d \x8B\xA1'\x95 \x80";
+  const std::string cp =
+      "vantrel\xB2 lo\xE1"
+      "d \x8B\xA1'\x95 \x80";
   const std::string utf8 = "vantrel² loád ‹¡'• €";
   EXPECT_EQ(Cp1252ToUtf8(cp), utf8);
   EXPECT_EQ(Utf8ToCp1252(utf8), cp);

@@ -54,7 +54,9 @@ bool ParseLocalTime(const std::string& text, LocalTime& out) {
 }
 
 SimClock::SimClock(TimeMode mode, LocalTime start)
-    : mode_(mode), start_(start), real_start_(std::chrono::steady_clock::now()) {}
+    : mode_(mode),
+      start_(start),
+      real_start_(std::chrono::steady_clock::now()) {}
 
 std::int64_t SimClock::NowMs() {
   if (mode_ == TimeMode::kVirtual) return virtual_ms_;
@@ -68,8 +70,13 @@ LocalTime SimClock::LocalNow() {
   std::time_t e = ToEpoch(start_) + static_cast<std::time_t>(ms / 1000);
   std::tm tm{};
   gmtime_r(&e, &tm);
-  return {tm.tm_year + 1900, tm.tm_mon + 1, tm.tm_mday, tm.tm_hour,
-          tm.tm_min,         tm.tm_sec,     static_cast<int>(ms % 1000)};
+  return {tm.tm_year + 1900,
+          tm.tm_mon + 1,
+          tm.tm_mday,
+          tm.tm_hour,
+          tm.tm_min,
+          tm.tm_sec,
+          static_cast<int>(ms % 1000)};
 }
 
 std::string SimClock::ShortDate() {
@@ -201,7 +208,8 @@ void SimLoop::WaitUntil(std::int64_t deadline_ms) {
   if (Ready(clock_.NowMs())) return;
   std::int64_t now = clock_.NowMs();
   std::int64_t target = std::min(deadline_ms, NextDue());
-  auto timeout = static_cast<int>(std::clamp<std::int64_t>(target - now, 0, INT_MAX));
+  auto timeout =
+      static_cast<int>(std::clamp<std::int64_t>(target - now, 0, INT_MAX));
   if (input_fd_ >= 0) {
     pollfd p{input_fd_, POLLIN, 0};
     if (poll(&p, 1, timeout) > 0 && input_ready_) input_ready_();

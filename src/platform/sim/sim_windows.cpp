@@ -216,8 +216,8 @@ std::optional<std::string> SimWindows::GetTextRange(Hwnd h, int from, int to) {
   if (!Find(h) || to < from) return std::nullopt;
   std::string buffer(static_cast<std::size_t>(to - from) + 1, '\0');
   TextRange range{from, to, buffer.data()};
-  auto got = SendMessageA(h, kEmGetTextRange, 0,
-                          reinterpret_cast<LParam>(&range));
+  auto got =
+      SendMessageA(h, kEmGetTextRange, 0, reinterpret_cast<LParam>(&range));
   buffer.resize(static_cast<std::size_t>(got));
   return buffer;
 }

@@ -18,8 +18,8 @@ namespace v2::sim {
 class SimWindows : public WindowServices {
  public:
   // A handler answers a message or returns nullopt for default processing.
-  using Handler =
-      std::function<std::optional<LResult>(Hwnd, std::uint32_t, WParam, LParam)>;
+  using Handler = std::function<std::optional<LResult>(Hwnd, std::uint32_t,
+                                                       WParam, LParam)>;
 
   Hwnd Create(Hwnd parent, std::string cls, std::string title,
               Handler handler = {}, bool visible = true);
