@@ -15,18 +15,6 @@ void SendKeyPair(Platform& p, Hwnd h, WParam key) {
   p.windows.SendMessageA(h, kWmKeyUp, key, 0);
 }
 
-// Text of a window through GETTEXTLENGTH and GETTEXT messages.
-std::string SendGetText(Platform& p, Hwnd h) {
-  if (h == 0) return {};
-  auto n = p.windows.SendMessageA(h, kWmGetTextLength, 0, 0);
-  if (n <= 0) return {};
-  std::string buffer(static_cast<std::size_t>(n) + 1, '\0');
-  auto got = p.windows.SendMessageA(h, kWmGetText, buffer.size(),
-                                    reinterpret_cast<LParam>(buffer.data()));
-  buffer.resize(static_cast<std::size_t>(std::clamp<LResult>(got, 0, n)));
-  return buffer;
-}
-
 void SetText(Platform& p, Hwnd h, const std::string& text) {
   p.windows.SendMessageA(h, kWmSetText, 0,
                          reinterpret_cast<LParam>(text.c_str()));
@@ -56,7 +44,7 @@ std::string GetCaption(Platform& p, Hwnd h) {
   return buffer;
 }
 
-std::string GetText(Platform& p, Hwnd h) { return SendGetText(p, h); }
+std::string GetText(Platform& p, Hwnd h) { return SendGetText(p.windows, h); }
 
 void PressSpace(Platform& p, Hwnd h) { SendKeyPair(p, h, kVkSpace); }
 

@@ -1,7 +1,6 @@
 #include "platform/chat_scanner.h"
 
 #include <algorithm>
-#include <vector>
 
 namespace v2 {
 namespace {
@@ -72,12 +71,7 @@ std::string ChatScanner::Read(Hwnd transcript, int from, int to) {
     return *part;
   }
   // The control cannot hand out a range: read it whole.
-  auto& w = platform_.windows;
-  auto n = static_cast<int>(w.SendMessageA(transcript, kWmGetTextLength, 0, 0));
-  std::string all(static_cast<std::size_t>(n) + 1, '\0');
-  auto got = w.SendMessageA(transcript, kWmGetText, all.size(),
-                            reinterpret_cast<LParam>(all.data()));
-  all.resize(static_cast<std::size_t>(std::max<LResult>(got, 0)));
+  std::string all = SendGetText(platform_.windows, transcript);
   if (from >= static_cast<int>(all.size())) return {};
   return all.substr(static_cast<std::size_t>(from),
                     static_cast<std::size_t>(to - from));

@@ -35,6 +35,9 @@ class WindowServices {
   virtual std::optional<std::string> GetTextRange(Hwnd h, int from, int to) = 0;
 };
 
+// A window's text through WM_GETTEXTLENGTH and WM_GETTEXT; "" for none.
+std::string SendGetText(WindowServices& w, Hwnd h);
+
 inline constexpr int kSwHide = 0;
 inline constexpr int kSwShow = 5;
 
