@@ -6,12 +6,10 @@
 #include <climits>
 #include <cstdio>
 #include <ctime>
-#include <limits>
 
 namespace v2::sim {
 namespace {
 
-constexpr int kTimerMinimumMs = 10;  // as the real window manager clamps
 constexpr std::uint32_t kTicksAtStart = 2 * 3600 * 1000;  // booted 2 h before
 
 std::time_t ToEpoch(const LocalTime& t) {
@@ -96,27 +94,19 @@ void SimClock::Advance(std::int64_t ms) {
 SimLoop::SimLoop(TimeMode mode, LocalTime start) : clock_(mode, start) {}
 
 TimerId SimLoop::CreateTimer(std::function<void()> tick) {
-  auto t = std::make_unique<Timer>();
-  t->tick = std::move(tick);
-  timers_.push_back(std::move(t));
-  return static_cast<TimerId>(timers_.size() - 1);
+  return core_.CreateTimer(std::move(tick));
 }
 
 void SimLoop::SetTimer(TimerId id, int interval_ms, bool enabled) {
-  if (id < 0 || static_cast<std::size_t>(id) >= timers_.size()) return;
-  Timer& t = *timers_[static_cast<std::size_t>(id)];
-  t.interval = interval_ms <= 0 ? 0 : std::max(interval_ms, kTimerMinimumMs);
-  t.enabled = enabled && t.interval > 0;
-  t.due = clock_.NowMs() + t.interval;
+  core_.SetTimer(id, interval_ms, enabled, clock_.NowMs());
 }
 
 void SimLoop::Post(std::function<void()> event) {
-  posted_.push_back(std::move(event));
+  core_.Post(std::move(event));
 }
 
 void SimLoop::AddWatcher(std::function<void()> look, int interval_ms) {
-  watchers_.push_back({std::move(look), std::max(interval_ms, 1),
-                       clock_.NowMs() + interval_ms});
+  core_.AddWatcher(std::move(look), interval_ms, clock_.NowMs());
 }
 
 void SimLoop::AddForeign(std::function<bool()> work) {
@@ -134,65 +124,13 @@ bool SimLoop::RunForeign() {
   return any;
 }
 
-bool SimLoop::RunWatchers(bool all) {
-  std::size_t before = posted_.size();
-  std::int64_t now = clock_.NowMs();
-  for (std::size_t i = 0; i < watchers_.size(); ++i) {
-    if (!all && watchers_[i].due > now) continue;
-    watchers_[i].due = now + watchers_[i].interval;
-    watchers_[i].look();
-  }
-  return posted_.size() != before;
-}
-
-bool SimLoop::FireDueTimers() {
-  bool any = false;
-  std::int64_t now = clock_.NowMs();
-  for (std::size_t i = 0; i < timers_.size(); ++i) {
-    Timer& t = *timers_[i];
-    if (!t.enabled || t.running || t.due > now) continue;
-    t.due += t.interval;
-    if (t.due <= now) t.due = now + t.interval;  // missed ticks coalesce
-    t.running = true;
-    auto tick = t.tick;
-    tick();
-    timers_[i]->running = false;
-    any = true;
-  }
-  return any;
-}
-
 void SimLoop::PumpEvents() {
   RunForeign();
-  if (clock_.mode() == TimeMode::kReal) RunWatchers(false);
-  // Only what was waiting when the pass began; a handler that pumps again
-  // takes its share from the same queue.
-  for (std::size_t n = posted_.size(); n > 0 && !posted_.empty(); --n) {
-    auto event = std::move(posted_.front());
-    posted_.pop_front();
-    event();
-  }
-  FireDueTimers();
+  if (clock_.mode() == TimeMode::kReal)
+    core_.RunWatchers(clock_.NowMs(), false);
+  core_.RunPosted();
+  core_.FireDueTimers(clock_.NowMs());
   RunForeign();
-}
-
-bool SimLoop::Ready(std::int64_t at) {
-  if (!posted_.empty()) return true;
-  for (const auto& t : timers_) {
-    if (t->enabled && !t->running && t->due <= at) return true;
-  }
-  return false;
-}
-
-std::int64_t SimLoop::NextDue() {
-  std::int64_t next = std::numeric_limits<std::int64_t>::max();
-  for (const auto& t : timers_) {
-    if (t->enabled && !t->running) next = std::min(next, t->due);
-  }
-  if (clock_.mode() == TimeMode::kReal) {
-    for (const auto& w : watchers_) next = std::min(next, w.due);
-  }
-  return next;
 }
 
 void SimLoop::WaitUntil(std::int64_t deadline_ms) {
@@ -200,14 +138,17 @@ void SimLoop::WaitUntil(std::int64_t deadline_ms) {
   // only events of the program's own end a wait early.
   RunForeign();
   if (clock_.mode() == TimeMode::kVirtual) {
-    if (RunWatchers(true) || Ready(clock_.NowMs())) return;
-    std::int64_t target = std::min(deadline_ms, NextDue());
+    if (core_.RunWatchers(clock_.NowMs(), true) ||
+        core_.Ready(clock_.NowMs())) {
+      return;
+    }
+    std::int64_t target = std::min(deadline_ms, core_.NextDue(false));
     clock_.Advance(target - clock_.NowMs());
     return;
   }
-  if (Ready(clock_.NowMs())) return;
+  if (core_.Ready(clock_.NowMs())) return;
   std::int64_t now = clock_.NowMs();
-  std::int64_t target = std::min(deadline_ms, NextDue());
+  std::int64_t target = std::min(deadline_ms, core_.NextDue(true));
   auto timeout =
       static_cast<int>(std::clamp<std::int64_t>(target - now, 0, INT_MAX));
   if (input_fd_ >= 0) {
@@ -225,8 +166,10 @@ void SimLoop::RunUntilIdle() {
   for (;;) {
     PumpEvents();
     bool more = RunForeign();
-    if (clock_.mode() == TimeMode::kVirtual) more |= RunWatchers(true);
-    if (!more && !Ready(began)) return;
+    if (clock_.mode() == TimeMode::kVirtual) {
+      more |= core_.RunWatchers(clock_.NowMs(), true);
+    }
+    if (!more && !core_.Ready(began)) return;
   }
 }
 

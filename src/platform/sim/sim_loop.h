@@ -4,11 +4,10 @@
 // spans hours runs in milliseconds with every timer firing at its due time.
 // In real time it waits on the clock and, optionally, on one input file.
 #include <chrono>
-#include <deque>
-#include <memory>
 #include <vector>
 
 #include "platform/event_loop.h"
+#include "platform/loop_core.h"
 
 namespace v2::sim {
 
@@ -61,29 +60,10 @@ class SimLoop : public EventLoop {
   void RunFor(std::int64_t ms);
 
  private:
-  struct Timer {
-    std::function<void()> tick;
-    int interval = 0;
-    bool enabled = false;
-    bool running = false;
-    std::int64_t due = 0;
-  };
-  struct Watcher {
-    std::function<void()> look;
-    int interval;
-    std::int64_t due;
-  };
-
   bool RunForeign();
-  bool RunWatchers(bool all);
-  bool FireDueTimers();
-  bool Ready(std::int64_t at);
-  std::int64_t NextDue();
 
   SimClock clock_;
-  std::vector<std::unique_ptr<Timer>> timers_;
-  std::deque<std::function<void()>> posted_;
-  std::vector<Watcher> watchers_;
+  LoopCore core_;
   std::vector<std::function<bool()>> foreign_;
   int input_fd_ = -1;
   std::function<void()> input_ready_;

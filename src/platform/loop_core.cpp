@@ -1,0 +1,92 @@
+#include "platform/loop_core.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace v2 {
+
+TimerId LoopCore::CreateTimer(std::function<void()> tick) {
+  auto t = std::make_unique<Timer>();
+  t->tick = std::move(tick);
+  timers_.push_back(std::move(t));
+  return static_cast<TimerId>(timers_.size() - 1);
+}
+
+void LoopCore::SetTimer(TimerId id, int interval_ms, bool enabled,
+                        std::int64_t now) {
+  if (id < 0 || static_cast<std::size_t>(id) >= timers_.size()) return;
+  Timer& t = *timers_[static_cast<std::size_t>(id)];
+  t.interval = interval_ms <= 0 ? 0 : std::max(interval_ms, kTimerMinimumMs);
+  t.enabled = enabled && t.interval > 0;
+  t.due = now + t.interval;
+}
+
+void LoopCore::Post(std::function<void()> event) {
+  posted_.push_back(std::move(event));
+}
+
+void LoopCore::AddWatcher(std::function<void()> look, int interval_ms,
+                          std::int64_t now) {
+  watchers_.push_back(
+      {std::move(look), std::max(interval_ms, 1), now + interval_ms});
+}
+
+bool LoopCore::RunPosted() {
+  // Only what was waiting when the pass began; a handler that pumps again
+  // takes its share from the same queue.
+  bool any = false;
+  for (std::size_t n = posted_.size(); n > 0 && !posted_.empty(); --n) {
+    auto event = std::move(posted_.front());
+    posted_.pop_front();
+    event();
+    any = true;
+  }
+  return any;
+}
+
+bool LoopCore::FireDueTimers(std::int64_t now) {
+  bool any = false;
+  for (std::size_t i = 0; i < timers_.size(); ++i) {
+    Timer& t = *timers_[i];
+    if (!t.enabled || t.running || t.due > now) continue;
+    t.due += t.interval;
+    if (t.due <= now) t.due = now + t.interval;  // missed ticks coalesce
+    t.running = true;
+    auto tick = t.tick;
+    tick();
+    timers_[i]->running = false;
+    any = true;
+  }
+  return any;
+}
+
+bool LoopCore::RunWatchers(std::int64_t now, bool all) {
+  std::size_t before = posted_.size();
+  for (std::size_t i = 0; i < watchers_.size(); ++i) {
+    if (!all && watchers_[i].due > now) continue;
+    watchers_[i].due = now + watchers_[i].interval;
+    watchers_[i].look();
+  }
+  return posted_.size() != before;
+}
+
+bool LoopCore::Ready(std::int64_t at) const {
+  if (!posted_.empty()) return true;
+  for (const auto& t : timers_) {
+    if (t->enabled && !t->running && t->due <= at) return true;
+  }
+  return false;
+}
+
+std::int64_t LoopCore::NextDue(bool with_watchers) const {
+  std::int64_t next = std::numeric_limits<std::int64_t>::max();
+  for (const auto& t : timers_) {
+    if (t->enabled && !t->running) next = std::min(next, t->due);
+  }
+  if (with_watchers) {
+    for (const auto& w : watchers_) next = std::min(next, w.due);
+  }
+  return next;
+}
+
+}  // namespace v2

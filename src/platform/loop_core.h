@@ -1,0 +1,60 @@
+#pragma once
+// The bookkeeping both event loops share: timers, posted events and watchers,
+// with the rules the program relies on (a timer never starts while its own
+// handler still runs; missed ticks coalesce; a pump handles only what was
+// waiting when it began). A backend adds the clock and the way it waits.
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "platform/event_loop.h"
+
+namespace v2 {
+
+class LoopCore {
+ public:
+  // The window manager does not time anything shorter than this.
+  static constexpr int kTimerMinimumMs = 10;
+
+  TimerId CreateTimer(std::function<void()> tick);
+  void SetTimer(TimerId id, int interval_ms, bool enabled, std::int64_t now);
+  void Post(std::function<void()> event);
+  void AddWatcher(std::function<void()> look, int interval_ms,
+                  std::int64_t now);
+
+  // Runs the events that were waiting when it began; true if there were any.
+  bool RunPosted();
+  // Fires every enabled timer due at now that is not already running.
+  bool FireDueTimers(std::int64_t now);
+  // Runs the watchers due at now (all of them when all is set); true when
+  // they posted anything.
+  bool RunWatchers(std::int64_t now, bool all);
+
+  // Whether an event is waiting or a timer is due at the given time.
+  bool Ready(std::int64_t at) const;
+  // The earliest time a timer (and, if asked, a watcher) falls due; INT64_MAX
+  // when nothing is scheduled.
+  std::int64_t NextDue(bool with_watchers) const;
+
+ private:
+  struct Timer {
+    std::function<void()> tick;
+    int interval = 0;
+    bool enabled = false;
+    bool running = false;
+    std::int64_t due = 0;
+  };
+  struct Watcher {
+    std::function<void()> look;
+    int interval;
+    std::int64_t due;
+  };
+
+  std::vector<std::unique_ptr<Timer>> timers_;
+  std::deque<std::function<void()>> posted_;
+  std::vector<Watcher> watchers_;
+};
+
+}  // namespace v2
