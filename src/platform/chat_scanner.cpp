@@ -43,6 +43,7 @@ ChatScanner::ChatScanner(Platform& platform, std::function<Hwnd()> finder)
     : platform_(platform), finder_(std::move(finder)) {}
 
 void ChatScanner::ScanOn() {
+  whole_.reset();
   if (!watching_) {
     watching_ = true;
     platform_.loop.AddWatcher(
@@ -67,23 +68,32 @@ void ChatScanner::ScanOff() { scanning_ = false; }
 std::string ChatScanner::Read(Hwnd transcript, int from, int to) {
   from = std::max(from, 0);
   if (to <= from) return {};
-  if (auto part = platform_.windows.GetTextRange(transcript, from, to)) {
-    return *part;
+  if (ranges_) {
+    if (auto part = platform_.windows.GetTextRange(transcript, from, to)) {
+      return *part;
+    }
+    ranges_ = false;
   }
-  // The control cannot hand out a range: read it whole.
-  std::string all = SendGetText(platform_.windows, transcript);
+  // The control cannot hand out a range: read it whole, once in a look.
+  if (!whole_) {
+    whole_ = SendGetText(platform_.windows, transcript);
+    head_ = whole_->substr(0, kAnchorChars);
+  }
+  const std::string& all = *whole_;
   if (from >= static_cast<int>(all.size())) return {};
   return all.substr(static_cast<std::size_t>(from),
                     static_cast<std::size_t>(to - from));
 }
 
 void ChatScanner::Rebase(Hwnd transcript, int length) {
+  if (transcript != room_) ranges_ = true;
   room_ = transcript;
   seen_ = length;
   anchor_ = Read(transcript, std::max(0, length - kAnchorChars), length);
 }
 
 void ChatScanner::Look() {
+  whole_.reset();
   Hwnd t = finder_();
   if (!t) {
     room_ = 0;
@@ -93,6 +103,10 @@ void ChatScanner::Look() {
       platform_.windows.SendMessageA(t, kWmGetTextLength, 0, 0));
   if (t != room_) {
     Rebase(t, n);  // another room: what was said there before is not news
+    return;
+  }
+  if (!ranges_ && n == seen_ &&
+      SendGetTextHead(platform_.windows, t, kAnchorChars) == head_) {
     return;
   }
   const int a = static_cast<int>(anchor_.size());

@@ -9,11 +9,17 @@
 // trims old lines from the top moves the anchor to the left; the scanner finds
 // it again by searching backwards. A different room, or a transcript in which
 // the anchor is gone, starts afresh from its end: nothing said before is
-// replayed. Lines are delivered as the member sees them, without markup. A trim
+// replayed. Lines are delivered as the member sees them, without markup.
+//
+// A transcript in another process hands out no ranges, only its whole text.
+// There a look reads the text at most once, and a look that finds the length
+// and the first characters unchanged reads nothing more: a trim at the top
+// changes the first characters. A trim
 // that leaves the text around the anchor exactly as it was (the same lines
 // again, of the same length) cannot be seen by any reader of the text, and is
 // missed.
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "platform/platform.h"
@@ -51,6 +57,9 @@ class ChatScanner {
   Hwnd room_ = 0;
   int seen_ = 0;        // transcript length up to the last delivered line
   std::string anchor_;  // the text just before seen_
+  bool ranges_ = true;  // whether the transcript hands out ranges
+  std::optional<std::string> whole_;  // the whole text, read in this look
+  std::string head_;  // the first characters, as the last whole read saw them
 };
 
 // The text as the member sees it in the room: the client shows tags such as

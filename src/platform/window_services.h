@@ -37,6 +37,8 @@ class WindowServices {
 
 // A window's text through WM_GETTEXTLENGTH and WM_GETTEXT; "" for none.
 std::string SendGetText(WindowServices& w, Hwnd h);
+// At most the first max_chars characters of it, by one WM_GETTEXT.
+std::string SendGetTextHead(WindowServices& w, Hwnd h, int max_chars);
 
 inline constexpr int kSwHide = 0;
 inline constexpr int kSwShow = 5;

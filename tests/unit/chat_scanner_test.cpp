@@ -109,6 +109,7 @@ class NoRanges : public WindowServices {
     return in_.FindWindowExA(p, a, c, t);
   }
   LResult SendMessageA(Hwnd h, std::uint32_t m, WParam w, LParam l) override {
+    if (m == kWmGetText && w > 200) ++whole_reads;  // not just the head
     return in_.SendMessageA(h, m, w, l);
   }
   bool PostMessageA(Hwnd h, std::uint32_t m, WParam w, LParam l) override {
@@ -126,6 +127,7 @@ class NoRanges : public WindowServices {
   std::optional<std::string> GetTextRange(Hwnd, int, int) override {
     return std::nullopt;
   }
+  int whole_reads = 0;
 
  private:
   WindowServices& in_;
@@ -142,14 +144,26 @@ TEST(ChatScanner, ReadsTheWholeTextWhereRangesAreNotOffered) {
     got.push_back(n + "|" + t);
   });
   scanner.ScanOn();
+  const std::string pad(60, '.');  // lines as long as the ones they trim
   for (int i = 0; i < 12; ++i) {
-    w.client.OtherSays("Bob", std::to_string(i));
+    w.client.OtherSays("Bob", pad + std::to_string(i % 10));
     if (i % 3 == 2) w.loop.RunUntilIdle();  // the loop looks when idle
   }
   w.loop.RunUntilIdle();
   ASSERT_EQ(got.size(), 12u);
-  EXPECT_EQ(got.front(), "Bob|0");
-  EXPECT_EQ(got.back(), "Bob|11");
+  EXPECT_EQ(got.front(), "Bob|" + pad + "0");
+  EXPECT_EQ(got.back(), "Bob|" + pad + "1");
+
+  // One read of the whole text per look that finds news, however many
+  // pieces it checks; a quiet room is not read whole at all.
+  plain.whole_reads = 0;
+  w.client.OtherSays("Bob", pad + "2");
+  scanner.Look();
+  EXPECT_EQ(plain.whole_reads, 1);
+  for (int i = 0; i < 100; ++i) scanner.Look();
+  EXPECT_EQ(plain.whole_reads, 1);
+  w.loop.RunUntilIdle();
+  EXPECT_EQ(got.size(), 13u);
 }
 
 TEST(ChatScanner, SplitsOnlyLinesWithASpeaker) {
