@@ -80,7 +80,12 @@ void AolClient::MemberTypes(const std::string& text) {
 }
 
 void AolClient::MemberPressesReturn() {
-  if (host_.Exists(input_)) OnInput(input_, kWmChar, kVkReturn, 0);
+  if (!host_.Exists(input_)) return;
+  OnInput(input_, kWmChar, kVkReturn, 0);
+  if (!typeahead_.empty() && host_.Exists(input_)) {
+    host_.SetText(input_, typeahead_);
+  }
+  typeahead_.clear();
 }
 
 void AolClient::OtherSays(const std::string& name, const std::string& text) {

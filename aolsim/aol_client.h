@@ -20,6 +20,9 @@ class AolClient {
   // The member's hands and the other people in the room.
   void MemberTypes(const std::string& text);  // replaces the half-typed text
   void MemberPressesReturn();
+  // What the member types into the emptied input line right after the next
+  // Return, quicker than any program can answer the line.
+  void TypeAhead(const std::string& text) { typeahead_ = text; }
   void OtherSays(const std::string& name, const std::string& text);
   void CloseWelcome();
   void OpenWelcome();
@@ -54,6 +57,7 @@ class AolClient {
   Hwnd frame_ = 0, mdi_ = 0, welcome_ = 0, room_ = 0, transcript_ = 0,
        input_ = 0;
   std::size_t lines_ = 0;
+  std::string typeahead_;
 };
 
 }  // namespace v2::aolsim

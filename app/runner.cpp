@@ -7,33 +7,11 @@
 #include <ostream>
 #include <sstream>
 
+#include "app/script.h"
 #include "platform/text.h"
 
 namespace v2 {
 namespace {
-
-// "word rest": true when line is word alone or word, a blank and rest.
-bool Take(const std::string& line, const std::string& word, std::string& rest) {
-  if (line == word) {
-    rest.clear();
-    return true;
-  }
-  if (line.compare(0, word.size() + 1, word + " ") == 0) {
-    rest = line.substr(word.size() + 1);
-    return true;
-  }
-  return false;
-}
-
-bool ParseSeconds(const std::string& text, double& seconds) {
-  if (text.empty() ||
-      text.find_first_not_of("0123456789.") != std::string::npos) {
-    return false;
-  }
-  char* end = nullptr;
-  seconds = std::strtod(text.c_str(), &end);
-  return end && *end == '\0';
-}
 
 std::string DefaultUserStore() {
   const char* config = std::getenv("XDG_CONFIG_HOME");
@@ -116,47 +94,30 @@ void Runner::Print(const std::string& text) {
 }
 
 Runner::Outcome Runner::Run(const std::string& raw) {
-  std::string line = Utf8ToCp1252(raw);
-  if (!line.empty() && line.back() == '\r') line.pop_back();
-  if (line.empty() || line[0] == '#') return Outcome::kDone;
-  std::string rest;
-  if (Take(line, "say", rest)) {
-    client_.MemberTypes(rest);
-    client_.MemberPressesReturn();
-  } else if (Take(line, "type", rest)) {
-    client_.MemberTypes(rest);
-  } else if (Take(line, "other", rest)) {
-    auto blank = rest.find(' ');
-    std::string name = rest.substr(0, blank);
-    if (name.empty()) return Outcome::kNotUnderstood;
-    client_.OtherSays(name,
-                      blank == std::string::npos ? "" : rest.substr(blank + 1));
-  } else if (Take(line, "wait", rest)) {
-    double seconds = 0;
-    if (!ParseSeconds(rest, seconds)) return Outcome::kNotUnderstood;
-    loop_.RunFor(static_cast<std::int64_t>(seconds * 1000.0 + 0.5));
-  } else if (Take(line, "show", rest)) {
-    std::string value;
-    if (rest == "input") {
-      value = client_.InputText();
-    } else if (!program_.Show(rest, value)) {
+  ScriptCommand command = ParseScriptLine(raw);
+  switch (command.kind) {
+    case ScriptCommand::Kind::kNothing:
+      return Outcome::kDone;
+    case ScriptCommand::Kind::kNotUnderstood:
       return Outcome::kNotUnderstood;
+    case ScriptCommand::Kind::kLater:
+      return Outcome::kNotYet;
+    case ScriptCommand::Kind::kClient:
+      PlayOnClient(client_, command);
+      break;
+    case ScriptCommand::Kind::kWait:
+      loop_.RunFor(static_cast<std::int64_t>(command.seconds * 1000.0 + 0.5));
+      break;
+    case ScriptCommand::Kind::kShow: {
+      std::string value;
+      if (command.object == "input") {
+        value = client_.InputText();
+      } else if (!program_.Show(command.object, value)) {
+        return Outcome::kNotUnderstood;
+      }
+      Print("[" + command.object + "] " + value);
+      break;
     }
-    Print("[" + rest + "] " + value);
-  } else if (line == "close welcome") {
-    client_.CloseWelcome();
-  } else if (line == "open welcome") {
-    client_.OpenWelcome();
-  } else {
-    static const char* const kLater[] = {
-        "answer", "answer-cancel", "reasons",  "im",
-        "person", "roomfull",      "roomfree", "menu",
-        "tray",   "download",      "upload",   "end"};
-    std::string word = line.substr(0, line.find(' '));
-    for (const char* later : kLater) {
-      if (word == later) return Outcome::kNotYet;
-    }
-    return Outcome::kNotUnderstood;
   }
   loop_.RunUntilIdle();
   return Outcome::kDone;
@@ -189,8 +150,9 @@ int Runner::RunScript(std::istream& script) {
 int Runner::RunInteractive() {
   err_ << "vantrel2-sim: " << Cp1252ToUtf8(options_.screen_name)
        << " is signed on and in the room. Type a line to say it, or a command\n"
-          "(say, type, other NAME TEXT, wait S, show OBJECT, close welcome,\n"
-          "open welcome). End with Ctrl-D.\n";
+          "(say, type, typeahead, other NAME TEXT, wait S, show OBJECT,\n"
+          "close welcome, open welcome, close client, open client).\n"
+          "End with Ctrl-D.\n";
   bool done = false;
   std::string pending;
   loop_.SetInput(STDIN_FILENO, [&] {

@@ -1,0 +1,97 @@
+#include "app/script.h"
+
+#include <cstdlib>
+
+#include "platform/text.h"
+
+namespace v2 {
+namespace {
+
+// "word rest": true when line is word alone or word, a blank and rest.
+bool Take(const std::string& line, const std::string& word, std::string& rest) {
+  if (line == word) {
+    rest.clear();
+    return true;
+  }
+  if (line.compare(0, word.size() + 1, word + " ") == 0) {
+    rest = line.substr(word.size() + 1);
+    return true;
+  }
+  return false;
+}
+
+bool ParseSeconds(const std::string& text, double& seconds) {
+  if (text.empty() ||
+      text.find_first_not_of("0123456789.") != std::string::npos) {
+    return false;
+  }
+  char* end = nullptr;
+  seconds = std::strtod(text.c_str(), &end);
+  return end && *end == '\0';
+}
+
+}  // namespace
+
+ScriptCommand ParseScriptLine(const std::string& utf8_line) {
+  ScriptCommand c;
+  c.line = Utf8ToCp1252(utf8_line);
+  if (!c.line.empty() && c.line.back() == '\r') c.line.pop_back();
+  const std::string& line = c.line;
+  if (line.empty() || line[0] == '#') return c;
+  std::string rest;
+  if (Take(line, "say", rest) || Take(line, "type", rest) ||
+      Take(line, "typeahead", rest) || line == "close welcome" ||
+      line == "open welcome" || line == "close client" ||
+      line == "open client") {
+    c.kind = ScriptCommand::Kind::kClient;
+  } else if (Take(line, "other", rest)) {
+    c.kind = rest.empty() || rest[0] == ' '
+                 ? ScriptCommand::Kind::kNotUnderstood
+                 : ScriptCommand::Kind::kClient;
+  } else if (Take(line, "wait", rest)) {
+    c.kind = ParseSeconds(rest, c.seconds)
+                 ? ScriptCommand::Kind::kWait
+                 : ScriptCommand::Kind::kNotUnderstood;
+  } else if (Take(line, "show", rest)) {
+    c.kind = ScriptCommand::Kind::kShow;
+    c.object = rest;
+  } else {
+    static const char* const kLater[] = {
+        "answer", "answer-cancel", "reasons",  "im",
+        "person", "roomfull",      "roomfree", "menu",
+        "tray",   "download",      "upload",   "end"};
+    std::string word = line.substr(0, line.find(' '));
+    c.kind = ScriptCommand::Kind::kNotUnderstood;
+    for (const char* later : kLater) {
+      if (word == later) c.kind = ScriptCommand::Kind::kLater;
+    }
+  }
+  return c;
+}
+
+void PlayOnClient(aolsim::AolClient& client, const ScriptCommand& command) {
+  const std::string& line = command.line;
+  std::string rest;
+  if (Take(line, "say", rest)) {
+    client.MemberTypes(rest);
+    client.MemberPressesReturn();
+  } else if (Take(line, "typeahead", rest)) {
+    client.TypeAhead(rest);
+  } else if (Take(line, "type", rest)) {
+    client.MemberTypes(rest);
+  } else if (Take(line, "other", rest)) {
+    auto blank = rest.find(' ');
+    client.OtherSays(rest.substr(0, blank),
+                     blank == std::string::npos ? "" : rest.substr(blank + 1));
+  } else if (line == "close welcome") {
+    client.CloseWelcome();
+  } else if (line == "open welcome") {
+    client.OpenWelcome();
+  } else if (line == "close client") {
+    client.Quit();
+  } else if (line == "open client") {
+    client.Start();
+  }
+}
+
+}  // namespace v2

@@ -1,0 +1,32 @@
+#pragma once
+// Scenario script lines, understood once for both runners: the in-process
+// one (virtual time) and aolhost.exe (real time, under Windows or Wine).
+#include <string>
+
+#include "aolsim/aol_client.h"
+
+namespace v2 {
+
+struct ScriptCommand {
+  enum class Kind {
+    kNothing,  // an empty line or a comment
+    kClient,   // something the member, another person or the client does
+    kWait,
+    kShow,
+    kLater,  // a command of a capability this runner does not have yet
+    kNotUnderstood,
+  };
+  Kind kind = Kind::kNothing;
+  std::string line;    // the line, in Windows-1252, without a trailing CR
+  std::string object;  // show: what to show
+  double seconds = 0;  // wait
+};
+
+// One line of a script (UTF-8).
+ScriptCommand ParseScriptLine(const std::string& utf8_line);
+
+// Plays a kClient command on the client: say, type, typeahead, other, and
+// the client's windows opening and closing.
+void PlayOnClient(aolsim::AolClient& client, const ScriptCommand& command);
+
+}  // namespace v2

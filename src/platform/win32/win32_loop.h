@@ -1,0 +1,44 @@
+#pragma once
+// The event loop of the program's thread over its Windows message queue, and
+// the system clock. Waiting blocks on the queue until a message comes or the
+// next timer falls due; it never spins.
+#include "platform/event_loop.h"
+#include "platform/loop_core.h"
+
+namespace v2::win32 {
+
+class Win32Clock : public Clock {
+ public:
+  Win32Clock();
+  std::int64_t NowMs() override;
+  LocalTime LocalNow() override;
+  std::string ShortDate() override;  // the member's own short date form
+  std::uint32_t TickCount() override;
+
+ private:
+  std::int64_t frequency_;
+  std::int64_t start_;
+};
+
+class Win32Loop : public EventLoop {
+ public:
+  Clock& clock() override { return clock_; }
+  TimerId CreateTimer(std::function<void()> tick) override;
+  void SetTimer(TimerId id, int interval_ms, bool enabled) override;
+  void Post(std::function<void()> event) override;
+  void AddWatcher(std::function<void()> look, int interval_ms) override;
+  void PumpEvents() override;
+  void WaitUntil(std::int64_t deadline_ms) override;
+
+  // Runs until WM_QUIT reaches the thread; gives its exit code.
+  int Run();
+  bool quitting() const { return quitting_; }
+
+ private:
+  Win32Clock clock_;
+  LoopCore core_;
+  bool quitting_ = false;
+  int exit_code_ = 0;
+};
+
+}  // namespace v2::win32

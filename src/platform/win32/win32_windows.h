@@ -1,0 +1,30 @@
+#pragma once
+// Window services over user32: the client's real windows.
+#include "platform/window_services.h"
+
+namespace v2::win32 {
+
+class Win32Windows : public WindowServices {
+ public:
+  // A sent message waits at most this long for the client to handle it, so
+  // that a hung client cannot hang the program.
+  static constexpr unsigned kSendBoundMs = 5000;
+
+  Hwnd FindWindowA(const char* cls, const char* title) override;
+  Hwnd FindWindowExA(Hwnd parent, Hwnd after, const char* cls,
+                     const char* title) override;
+  LResult SendMessageA(Hwnd h, std::uint32_t msg, WParam w, LParam l) override;
+  bool PostMessageA(Hwnd h, std::uint32_t msg, WParam w, LParam l) override;
+  int GetWindowTextA(Hwnd h, char* buffer, int max_count) override;
+  int GetWindowTextLengthA(Hwnd h) override;
+  bool IsWindowVisible(Hwnd h) override;
+  bool ShowWindow(Hwnd h, int cmd) override;
+  bool IsWindow(Hwnd h) override;
+  // A range request carries a pointer into this process, which another
+  // process cannot write to: the client's transcript is read whole.
+  std::optional<std::string> GetTextRange(Hwnd, int, int) override {
+    return std::nullopt;
+  }
+};
+
+}  // namespace v2::win32
