@@ -3,6 +3,10 @@
 #   make demo      build, then play the member in a simulated room (real time)
 #   make test      everything that can run on this machine
 #   make build     the program, tests and benchmarks into build/
+#   make win       vantrel2.exe and aolhost.exe: build-win/ (64-bit Windows)
+#                  and build-win32/ (32-bit Windows, for old machines)
+#   make wine-test the scenario scripts marked for Wine, played by aolhost.exe
+#                  against vantrel2.exe under Wine
 #   make format    rewrite the sources in the house style (.clang-format)
 #   make deps      install what the above need (Debian; only what is missing)
 #   make clean
@@ -16,6 +20,8 @@ ARGS  ?=
 
 BUILD_DIR := build
 ASAN_DIR  := build-asan
+WIN_DIR   := build-win
+WIN32_DIR := build-win32
 
 # Benchmarks are compiled whenever there are any to compile.
 BENCH := $(if $(wildcard bench/*_bench.cpp),ON,OFF)
@@ -27,7 +33,8 @@ FORMAT_FILES  = $(sort $(shell find $(wildcard $(FORMAT_DIRS)) -type f \
 # The steps depend on each other's results; keep them in order under make -j.
 .NOTPARALLEL:
 .DEFAULT_GOAL := build
-.PHONY: deps build demo test asan-test bench-smoke format format-check clean
+.PHONY: deps build demo test asan-test bench-smoke win wine-test format \
+        format-check clean
 
 deps:
 	@bash tools/install-deps
@@ -43,7 +50,7 @@ demo: build
 	$(BUILD_DIR)/vantrel2-sim $(ARGS)
 
 # Formatting first: it takes a second and needs no build.
-test: deps format-check build asan-test bench-smoke
+test: deps format-check build asan-test bench-smoke wine-test
 	@echo "make test: all passed"
 
 # Unit tests and every scenario script, under the address and undefined
@@ -68,6 +75,19 @@ bench-smoke: build
 	  echo "bench-smoke: no benchmarks built, nothing to run"; \
 	fi
 
+# Static executables that need nothing beside them but Windows itself.
+win: deps
+	$(CMAKE) -S . -B $(WIN_DIR) -G Ninja -DCMAKE_BUILD_TYPE=Release \
+	  -DCMAKE_TOOLCHAIN_FILE=cmake/mingw-w64-x86_64.cmake
+	$(CMAKE) --build $(WIN_DIR) -j $(JOBS)
+	$(CMAKE) -S . -B $(WIN32_DIR) -G Ninja -DCMAKE_BUILD_TYPE=Release \
+	  -DCMAKE_TOOLCHAIN_FILE=cmake/mingw-w64-i686.cmake
+	$(CMAKE) --build $(WIN32_DIR) -j $(JOBS)
+
+# Real windows, real messages, real time: each script runs for some seconds.
+wine-test: win
+	tests/wine/run-tests
+
 format-check: deps
 	@if [ -n "$(strip $(FORMAT_FILES))" ]; then \
 	  clang-format --dry-run --Werror $(FORMAT_FILES) || { \
@@ -81,4 +101,4 @@ format: deps
 	fi
 
 clean:
-	rm -rf $(BUILD_DIR) $(ASAN_DIR)
+	rm -rf $(BUILD_DIR) $(ASAN_DIR) $(WIN_DIR) $(WIN32_DIR)

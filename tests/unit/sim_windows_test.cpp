@@ -61,6 +61,11 @@ TEST(SimWindows, SentMessagesRunAtOncePostedOnesWhenTheThreadYields) {
   EXPECT_EQ(seen, "acb");
   EXPECT_FALSE(w.DeliverPosted());
   EXPECT_FALSE(w.PostMessageA(0, kWmChar, 'x', 0));
+  // Text travels by pointer, which no queue can hold.
+  const char* text = "posted";
+  EXPECT_FALSE(
+      w.PostMessageA(h, kWmSetText, 0, reinterpret_cast<LParam>(text)));
+  EXPECT_FALSE(w.DeliverPosted());
 }
 
 TEST(SimWindows, TextMessagesCloseAndVisibility) {

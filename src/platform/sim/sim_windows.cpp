@@ -173,6 +173,11 @@ LResult SimWindows::SendMessageA(Hwnd h, std::uint32_t msg, WParam w,
 
 bool SimWindows::PostMessageA(Hwnd h, std::uint32_t msg, WParam w, LParam l) {
   if (!Find(h)) return false;
+  // A message that carries a pointer cannot wait in a queue: the window
+  // manager refuses to post it, and the text never arrives.
+  if (msg == kWmSetText || msg == kWmGetText || msg == kEmGetTextRange) {
+    return false;
+  }
   posted_.push_back({h, msg, w, l});
   return true;
 }

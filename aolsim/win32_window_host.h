@@ -1,0 +1,50 @@
+#pragma once
+// The client realised with real windows of the real class names, for
+// aolhost.exe: another program finds them with FindWindow and drives them
+// with the messages it would send to the client.
+#include <cstdint>
+#include <map>
+#include <string>
+
+#include "aolsim/window_host.h"
+
+namespace v2::aolsim {
+
+class Win32WindowHost : public WindowHost {
+ public:
+  // One per process: the window procedure finds it through a global.
+  Win32WindowHost();
+  ~Win32WindowHost() override;
+
+  Hwnd Create(Hwnd parent, const std::string& cls, const std::string& title,
+              Handler handler) override;
+  void Destroy(Hwnd h) override;
+  bool Exists(Hwnd h) override;
+  std::string_view Text(Hwnd h) override;
+  void SetText(Hwnd h, std::string text) override;
+  void AppendText(Hwnd h, std::string_view more) override;
+  void EraseFront(Hwnd h, std::size_t count) override;
+  void After(int ms, std::function<void()> work) override;
+
+  // Milliseconds on the system's tick counter at the last message from
+  // outside that changed something (reads do not count): the driving
+  // program's activity, by which a runner sees it settle.
+  std::uint64_t last_action_ms() const { return last_action_ms_; }
+
+  // Handles messages until ms have passed.
+  static void PumpFor(int ms);
+
+  struct Window;  // defined with the window procedure
+
+ private:
+  friend struct HostAccess;
+  Window* Find(Hwnd h);
+  void Changed(Hwnd h);
+
+  std::map<Hwnd, Window*> windows_;
+  std::map<std::uintptr_t, std::function<void()>> timers_;
+  std::uint64_t last_action_ms_ = 0;
+  int internal_ = 0;  // depth of the host's own calls into its windows
+};
+
+}  // namespace v2::aolsim
