@@ -92,9 +92,21 @@ void ChatScanner::Rebase(Hwnd transcript, int length) {
   anchor_ = Read(transcript, std::max(0, length - kAnchorChars), length);
 }
 
+Hwnd ChatScanner::Transcript() {
+  // Finding the room walks the client's windows, many lookups; in between,
+  // the transcript found last time stands while it is there.
+  std::int64_t now = platform_.clock().NowMs();
+  if (room_ && now - found_at_ < kFindEveryMs && now >= found_at_ &&
+      platform_.windows.IsWindow(room_)) {
+    return room_;
+  }
+  found_at_ = now;
+  return finder_();
+}
+
 void ChatScanner::Look() {
   whole_.reset();
-  Hwnd t = finder_();
+  Hwnd t = Transcript();
   if (!t) {
     room_ = 0;
     return;

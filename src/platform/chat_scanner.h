@@ -43,8 +43,13 @@ class ChatScanner {
   void Look();
 
   static constexpr int kLookIntervalMs = 50;
+  // How long a room found stays the one watched without looking for it
+  // again (while its transcript is there): a room opened ahead of it in the
+  // client is taken up within this time.
+  static constexpr int kFindEveryMs = 1000;
 
  private:
+  Hwnd Transcript();
   void Rebase(Hwnd transcript, int length);
   std::string Read(Hwnd transcript, int from, int to);
   void Deliver(std::string_view fresh);
@@ -55,6 +60,7 @@ class ChatScanner {
   bool scanning_ = false;
   bool watching_ = false;
   Hwnd room_ = 0;
+  std::int64_t found_at_ = 0;  // when the finder last ran
   int seen_ = 0;        // transcript length up to the last delivered line
   std::string anchor_;  // the text just before seen_
   bool ranges_ = true;  // whether the transcript hands out ranges
