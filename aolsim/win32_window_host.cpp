@@ -30,7 +30,10 @@ Win32WindowHost* HostAccess::host = nullptr;
 
 namespace {
 
-HWND ToHwnd(Hwnd h) { return reinterpret_cast<HWND>(static_cast<UINT_PTR>(h)); }
+HWND ToHwnd(Hwnd h) {
+  return reinterpret_cast<HWND>(
+      static_cast<INT_PTR>(static_cast<std::int32_t>(h)));
+}
 Hwnd FromHwnd(HWND h) {
   return static_cast<Hwnd>(reinterpret_cast<UINT_PTR>(h));
 }

@@ -6,6 +6,8 @@ namespace v2 {
 
 // A window handle: a 32-bit integer, 0 for none.
 using Hwnd = std::uint32_t;
+// A menu handle, the same way.
+using Hmenu = std::uint32_t;
 using WParam = std::uintptr_t;
 using LParam = std::intptr_t;
 using LResult = std::intptr_t;
@@ -30,8 +32,23 @@ inline constexpr std::uint32_t kLbGetCount = 395;
 // Rich edit range read: lParam points to a TextRange.
 inline constexpr std::uint32_t kEmGetTextRange = 0x0400 + 75;
 
+inline constexpr std::uint32_t kWmSysCommand = 274;
+
+// SetWindowPos: the place in the stacking order, and flags.
+inline constexpr Hwnd kHwndTopmost = 0xFFFFFFFF;    // -1
+inline constexpr Hwnd kHwndNoTopmost = 0xFFFFFFFE;  // -2
+inline constexpr std::uint32_t kSwpNoSize = 1;
+inline constexpr std::uint32_t kSwpNoMove = 2;
+// GetMenuStringA: the item by its position rather than its command number.
+inline constexpr std::uint32_t kMfByPosition = 0x400;
+
 inline constexpr WParam kVkReturn = 13;
 inline constexpr WParam kVkSpace = 32;
+
+struct Point {
+  std::int32_t x = 0;
+  std::int32_t y = 0;
+};
 
 // Layout-compatible with the rich edit TEXTRANGEA structure.
 struct TextRange {

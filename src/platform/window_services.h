@@ -28,6 +28,26 @@ class WindowServices {
   virtual bool IsWindowVisible(Hwnd h) = 0;
   virtual bool ShowWindow(Hwnd h, int cmd) = 0;
   virtual bool IsWindow(Hwnd h) = 0;
+  // after: a sibling, or kHwndTopmost / kHwndNoTopmost.
+  virtual bool SetWindowPos(Hwnd h, Hwnd after, int x, int y, int cx, int cy,
+                            std::uint32_t flags) = 0;
+
+  // The menu bar of a window and its items: 0 for no menu, a count of -1 for
+  // a menu that is not there, an ID of -1 for an item that opens a submenu.
+  virtual Hmenu GetMenu(Hwnd h) = 0;
+  virtual int GetMenuItemCount(Hmenu menu) = 0;
+  virtual Hmenu GetSubMenu(Hmenu menu, int pos) = 0;
+  virtual std::uint32_t GetMenuItemID(Hmenu menu, int pos) = 0;
+  // The item's text with its ampersands; by command number unless flags has
+  // kMfByPosition. Gives the count of characters copied.
+  virtual int GetMenuStringA(Hmenu menu, std::uint32_t item, char* buffer,
+                             int max_count, std::uint32_t flags) = 0;
+
+  // The pointer, in screen pixels; a position off the screen stops at its
+  // edge.
+  virtual bool GetCursorPos(Point& at) = 0;
+  virtual bool SetCursorPos(int x, int y) = 0;
+  virtual bool ReleaseCapture() = 0;
 
   // Characters [from, to) of a text control without copying the rest, where
   // the control supports it; nullopt where it does not (callers then fall back

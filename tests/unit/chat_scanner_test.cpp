@@ -124,6 +124,23 @@ class NoRanges : public WindowServices {
   bool IsWindowVisible(Hwnd h) override { return in_.IsWindowVisible(h); }
   bool ShowWindow(Hwnd h, int c) override { return in_.ShowWindow(h, c); }
   bool IsWindow(Hwnd h) override { return in_.IsWindow(h); }
+  bool SetWindowPos(Hwnd h, Hwnd a, int x, int y, int cx, int cy,
+                    std::uint32_t f) override {
+    return in_.SetWindowPos(h, a, x, y, cx, cy, f);
+  }
+  Hmenu GetMenu(Hwnd h) override { return in_.GetMenu(h); }
+  int GetMenuItemCount(Hmenu m) override { return in_.GetMenuItemCount(m); }
+  Hmenu GetSubMenu(Hmenu m, int p) override { return in_.GetSubMenu(m, p); }
+  std::uint32_t GetMenuItemID(Hmenu m, int p) override {
+    return in_.GetMenuItemID(m, p);
+  }
+  int GetMenuStringA(Hmenu m, std::uint32_t i, char* b, int n,
+                     std::uint32_t f) override {
+    return in_.GetMenuStringA(m, i, b, n, f);
+  }
+  bool GetCursorPos(Point& at) override { return in_.GetCursorPos(at); }
+  bool SetCursorPos(int x, int y) override { return in_.SetCursorPos(x, y); }
+  bool ReleaseCapture() override { return in_.ReleaseCapture(); }
   std::optional<std::string> GetTextRange(Hwnd, int, int) override {
     return std::nullopt;
   }

@@ -97,3 +97,59 @@ TEST(SimWindows, TextMessagesCloseAndVisibility) {
 
 }  // namespace
 }  // namespace v2
+
+namespace v2 {
+namespace {
+
+TEST(SimWindows, MenusStackingOrderAndThePointer) {
+  sim::SimWindows w;
+  Hwnd frame = w.Create(0, "AOL Frame25", "America  Online");
+  Hmenu bar = w.CreateMenu(), file = w.CreateMenu(), sign = w.CreateMenu();
+  w.AppendMenu(sign, "&Sign Off", 0x301);
+  w.AppendMenu(file, "&Open", 0x101);
+  w.AppendMenu(file, "More", 0, sign);
+  w.AppendMenu(bar, "&File", 0, file);
+  w.SetMenu(frame, bar);
+
+  EXPECT_EQ(w.GetMenu(frame), bar);
+  EXPECT_EQ(w.GetMenuItemCount(bar), 1);
+  EXPECT_EQ(w.GetMenuItemCount(0), -1);  // no menu: the walk does nothing
+  EXPECT_EQ(w.GetSubMenu(bar, 0), file);
+  EXPECT_EQ(w.GetMenuItemID(file, 0), 0x101u);
+  EXPECT_EQ(w.GetMenuItemID(file, 1), 0xFFFFFFFFu);  // opens a submenu
+  char buffer[100];
+  // By command number, nested submenus included; ampersands kept.
+  EXPECT_EQ(w.GetMenuStringA(bar, 0x301, buffer, 100, 1), 9);
+  EXPECT_STREQ(buffer, "&Sign Off");
+  EXPECT_EQ(w.GetMenuStringA(file, 0, buffer, 4, kMfByPosition), 3);
+  EXPECT_STREQ(buffer, "&Op");
+  EXPECT_EQ(w.GetMenuStringA(file, 0x999, buffer, 100, 0), 0);
+
+  // Lookups walk the stacking order, which SetWindowPos changes.
+  Hwnd a = w.Create(frame, "AOL Child", "a");
+  Hwnd b = w.Create(frame, "AOL Child", "b");
+  EXPECT_EQ(w.FindWindowExA(frame, 0, "AOL Child", nullptr), a);
+  EXPECT_TRUE(w.SetWindowPos(a, 1, 0, 0, 0, 0, kSwpNoMove | kSwpNoSize));
+  EXPECT_EQ(w.FindWindowExA(frame, 0, "AOL Child", nullptr), b);
+  EXPECT_FALSE(w.SetWindowPos(frame, 0x777, 1, 1, 1, 1, 0));  // no sibling
+  EXPECT_TRUE(w.SetWindowPos(frame, 0, 10, 20, 300, 200, 0));
+  EXPECT_TRUE(
+      w.SetWindowPos(frame, kHwndTopmost, 0, 0, 0, 0, kSwpNoMove | kSwpNoSize));
+  auto at = w.PlacementOf(frame);
+  EXPECT_EQ(at.cx, 300);
+  EXPECT_EQ(at.y, 20);
+  EXPECT_TRUE(at.topmost);
+
+  // Far past the screen, the pointer stops in its corner.
+  EXPECT_TRUE(w.SetCursorPos(1024 * 15, 768 * 15));
+  Point p;
+  EXPECT_TRUE(w.GetCursorPos(p));
+  EXPECT_EQ(p.x, sim::SimWindows::kScreenWidth - 1);
+  EXPECT_EQ(p.y, sim::SimWindows::kScreenHeight - 1);
+  w.SetCapture(frame);
+  EXPECT_TRUE(w.ReleaseCapture());
+  EXPECT_EQ(w.capture(), 0u);
+}
+
+}  // namespace
+}  // namespace v2

@@ -35,6 +35,24 @@ class SimWindows : public WindowServices {
   Hwnd Parent(Hwnd h) const;
   std::string ClassOf(Hwnd h) const;
 
+  // Menus: a menu bar is a menu whose items open submenus.
+  Hmenu CreateMenu();
+  void AppendMenu(Hmenu menu, std::string text, std::uint32_t id,
+                  Hmenu sub = 0);
+  void SetMenu(Hwnd h, Hmenu menu);
+
+  struct Placement {
+    int x = 0, y = 0, cx = 0, cy = 0;
+    bool topmost = false;
+  };
+  Placement PlacementOf(Hwnd h) const;
+  // The window holding the pointer's capture (a window pressed on), or 0.
+  void SetCapture(Hwnd h) { capture_ = h; }
+  Hwnd capture() const { return capture_; }
+
+  static constexpr int kScreenWidth = 1024;
+  static constexpr int kScreenHeight = 768;
+
   // Handles every message posted so far; true if there was any.
   bool DeliverPosted();
 
@@ -49,8 +67,24 @@ class SimWindows : public WindowServices {
   bool ShowWindow(Hwnd h, int cmd) override;
   bool IsWindow(Hwnd h) override;
   std::optional<std::string> GetTextRange(Hwnd h, int from, int to) override;
+  bool SetWindowPos(Hwnd h, Hwnd after, int x, int y, int cx, int cy,
+                    std::uint32_t flags) override;
+  Hmenu GetMenu(Hwnd h) override;
+  int GetMenuItemCount(Hmenu menu) override;
+  Hmenu GetSubMenu(Hmenu menu, int pos) override;
+  std::uint32_t GetMenuItemID(Hmenu menu, int pos) override;
+  int GetMenuStringA(Hmenu menu, std::uint32_t item, char* buffer,
+                     int max_count, std::uint32_t flags) override;
+  bool GetCursorPos(Point& at) override;
+  bool SetCursorPos(int x, int y) override;
+  bool ReleaseCapture() override;
 
  private:
+  struct MenuEntry {
+    std::string text;
+    std::uint32_t id;
+    Hmenu sub;
+  };
   struct Node {
     Hwnd parent = 0;
     std::string cls;
@@ -58,6 +92,8 @@ class SimWindows : public WindowServices {
     bool visible = true;
     Handler handler;
     std::vector<Hwnd> children;
+    Placement placement;
+    Hmenu menu = 0;
   };
   struct Posted {
     Hwnd h;
@@ -69,11 +105,16 @@ class SimWindows : public WindowServices {
   const Node* Find(Hwnd h) const;
   Node* Find(Hwnd h);
   const std::vector<Hwnd>& ChildList(Hwnd parent) const;
+  const MenuEntry* FindItem(Hmenu menu, std::uint32_t id, int depth) const;
 
   std::unordered_map<Hwnd, Node> nodes_;
   std::vector<Hwnd> top_level_;
   std::deque<Posted> posted_;
   Hwnd next_handle_ = 0x10010;
+  std::unordered_map<Hmenu, std::vector<MenuEntry>> menus_;
+  Hmenu next_menu_ = 0x20010;
+  Point cursor_{kScreenWidth / 2, kScreenHeight / 2};
+  Hwnd capture_ = 0;
 };
 
 // ASCII case-insensitive equality, as the window manager compares classes.

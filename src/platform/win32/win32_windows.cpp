@@ -2,13 +2,26 @@
 
 #include <windows.h>
 
+#include <cstdint>
+
 namespace v2::win32 {
 namespace {
 
-// Window handles are 32 bits wide on every Windows, 64-bit included.
-HWND ToHwnd(Hwnd h) { return reinterpret_cast<HWND>(static_cast<UINT_PTR>(h)); }
+// Window and menu handles carry 32 bits on every Windows, 64-bit included;
+// widened, they are sign-extended (HWND_TOPMOST is -1).
+HWND ToHwnd(Hwnd h) {
+  return reinterpret_cast<HWND>(
+      static_cast<INT_PTR>(static_cast<std::int32_t>(h)));
+}
 Hwnd FromHwnd(HWND h) {
   return static_cast<Hwnd>(reinterpret_cast<UINT_PTR>(h));
+}
+HMENU ToHmenu(Hmenu m) {
+  return reinterpret_cast<HMENU>(
+      static_cast<INT_PTR>(static_cast<std::int32_t>(m)));
+}
+Hmenu FromHmenu(HMENU m) {
+  return static_cast<Hmenu>(reinterpret_cast<UINT_PTR>(m));
 }
 
 }  // namespace
@@ -57,5 +70,45 @@ bool Win32Windows::ShowWindow(Hwnd h, int cmd) {
 }
 
 bool Win32Windows::IsWindow(Hwnd h) { return h != 0 && ::IsWindow(ToHwnd(h)); }
+
+bool Win32Windows::SetWindowPos(Hwnd h, Hwnd after, int x, int y, int cx,
+                                int cy, std::uint32_t flags) {
+  return h != 0 &&
+         ::SetWindowPos(ToHwnd(h), ToHwnd(after), x, y, cx, cy, flags) != 0;
+}
+
+Hmenu Win32Windows::GetMenu(Hwnd h) {
+  return h == 0 ? 0 : FromHmenu(::GetMenu(ToHwnd(h)));
+}
+
+int Win32Windows::GetMenuItemCount(Hmenu menu) {
+  return ::GetMenuItemCount(ToHmenu(menu));
+}
+
+Hmenu Win32Windows::GetSubMenu(Hmenu menu, int pos) {
+  return FromHmenu(::GetSubMenu(ToHmenu(menu), pos));
+}
+
+std::uint32_t Win32Windows::GetMenuItemID(Hmenu menu, int pos) {
+  return ::GetMenuItemID(ToHmenu(menu), pos);
+}
+
+int Win32Windows::GetMenuStringA(Hmenu menu, std::uint32_t item, char* buffer,
+                                 int max_count, std::uint32_t flags) {
+  return ::GetMenuStringA(ToHmenu(menu), item, buffer, max_count, flags);
+}
+
+bool Win32Windows::GetCursorPos(Point& at) {
+  POINT p{};
+  if (!::GetCursorPos(&p)) return false;
+  at = {static_cast<std::int32_t>(p.x), static_cast<std::int32_t>(p.y)};
+  return true;
+}
+
+bool Win32Windows::SetCursorPos(int x, int y) {
+  return ::SetCursorPos(x, y) != 0;
+}
+
+bool Win32Windows::ReleaseCapture() { return ::ReleaseCapture() != 0; }
 
 }  // namespace v2::win32

@@ -20,6 +20,17 @@ class Win32Windows : public WindowServices {
   bool IsWindowVisible(Hwnd h) override;
   bool ShowWindow(Hwnd h, int cmd) override;
   bool IsWindow(Hwnd h) override;
+  bool SetWindowPos(Hwnd h, Hwnd after, int x, int y, int cx, int cy,
+                    std::uint32_t flags) override;
+  Hmenu GetMenu(Hwnd h) override;
+  int GetMenuItemCount(Hmenu menu) override;
+  Hmenu GetSubMenu(Hmenu menu, int pos) override;
+  std::uint32_t GetMenuItemID(Hmenu menu, int pos) override;
+  int GetMenuStringA(Hmenu menu, std::uint32_t item, char* buffer,
+                     int max_count, std::uint32_t flags) override;
+  bool GetCursorPos(Point& at) override;
+  bool SetCursorPos(int x, int y) override;
+  bool ReleaseCapture() override;
   // A range request carries a pointer into this process, which another
   // process cannot write to: the client's transcript is read whole.
   std::optional<std::string> GetTextRange(Hwnd, int, int) override {
