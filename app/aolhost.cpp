@@ -6,7 +6,9 @@
 #include <io.h>
 #include <windows.h>
 
+#include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include <iostream>
 #include <string>
@@ -81,7 +83,7 @@ int Play(v2::aolsim::AolClient& client, v2::aolsim::Win32WindowHost& host,
         break;
       case Kind::kWait:
         v2::aolsim::Win32WindowHost::PumpFor(
-            static_cast<int>(c.seconds * 1000.0 + 0.5));
+            static_cast<int>(std::min(c.seconds * 1000.0 + 0.5, 2147483647.0)));
         break;
       case Kind::kShow:
         if (c.object != "input") {

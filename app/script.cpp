@@ -1,5 +1,6 @@
 #include "app/script.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 #include "platform/text.h"
@@ -26,7 +27,7 @@ bool ParseSeconds(const std::string& text, double& seconds) {
     return false;
   }
   char* end = nullptr;
-  seconds = std::strtod(text.c_str(), &end);
+  seconds = std::min(std::strtod(text.c_str(), &end), kMaxWaitSeconds);
   return end && *end == '\0';
 }
 

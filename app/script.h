@@ -22,6 +22,9 @@ struct ScriptCommand {
   double seconds = 0;  // wait
 };
 
+// The longest wait a script can ask for (about 31 years); more is cut to it.
+inline constexpr double kMaxWaitSeconds = 1e9;
+
 // One line of a script (UTF-8).
 ScriptCommand ParseScriptLine(const std::string& utf8_line);
 

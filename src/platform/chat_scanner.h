@@ -9,15 +9,15 @@
 // trims old lines from the top moves the anchor to the left; the scanner finds
 // it again by searching backwards. A different room, or a transcript in which
 // the anchor is gone, starts afresh from its end: nothing said before is
-// replayed. Lines are delivered as the member sees them, without markup.
+// replayed. Lines are delivered as the member sees them, without markup. A trim
+// that leaves the text around the anchor exactly as it was (the same lines
+// again, of the same length) cannot be seen by any reader of the text, and is
+// missed.
 //
 // A transcript in another process hands out no ranges, only its whole text.
 // There a look reads the text at most once, and a look that finds the length
 // and the first characters unchanged reads nothing more: a trim at the top
-// changes the first characters. A trim
-// that leaves the text around the anchor exactly as it was (the same lines
-// again, of the same length) cannot be seen by any reader of the text, and is
-// missed.
+// changes the first characters.
 #include <functional>
 #include <optional>
 #include <string>
