@@ -72,7 +72,16 @@ void Win32Loop::PumpEvents() {
 
 void Win32Loop::WaitUntil(std::int64_t deadline_ms) {
   std::int64_t now = clock_.NowMs();
-  if (quitting_ || core_.Ready(now)) return;
+  if (quitting_) {
+    // The queue is closed for this run; a wait still takes its time, so
+    // that a wait loop on the way out does not spin.
+    if (deadline_ms > now) {
+      Sleep(
+          static_cast<DWORD>(std::min<std::int64_t>(deadline_ms - now, 1000)));
+    }
+    return;
+  }
+  if (core_.Ready(now)) return;
   std::int64_t target = std::min(deadline_ms, core_.NextDue(true));
   if (target <= now) return;
   DWORD timeout = target == std::numeric_limits<std::int64_t>::max()
