@@ -8,6 +8,7 @@
 #include "aolsim/aol_client.h"
 #include "aolsim/sim_window_host.h"
 #include "platform/sim/sim_loop.h"
+#include "platform/sim/sim_stores.h"
 #include "platform/sim/sim_windows.h"
 #include "shell/program.h"
 
@@ -52,6 +53,9 @@ class Runner {
   std::ostream& err_;
   sim::SimWindows windows_;
   sim::SimLoop loop_;
+  sim::SimUserStore user_store_;
+  sim::SimProfileService profile_;
+  sim::SimFileSystem files_;
   Platform platform_;
   aolsim::SimWindowHost host_;
   aolsim::AolClient client_;

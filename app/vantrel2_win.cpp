@@ -5,6 +5,7 @@
 
 #include "platform/platform.h"
 #include "platform/win32/win32_loop.h"
+#include "platform/win32/win32_stores.h"
 #include "platform/win32/win32_windows.h"
 #include "shell/program.h"
 
@@ -30,7 +31,10 @@ LRESULT CALLBACK HiddenProc(HWND hwnd, UINT msg, WPARAM w, LPARAM l) {
 int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int) {
   v2::win32::Win32Windows windows;
   v2::win32::Win32Loop loop;
-  v2::Platform platform{windows, loop};
+  v2::win32::Win32UserStore user_store;
+  v2::win32::Win32ProfileService profile;
+  v2::win32::Win32FileSystem files;
+  v2::Platform platform{windows, loop, &user_store, &profile, &files};
   v2::Program program(platform);
   program.Start();
 

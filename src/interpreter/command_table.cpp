@@ -2,6 +2,7 @@
 // start is the word's length plus 2 (behind the one blank), except for
 // vcus, vrea and charmap, whose argument keeps that blank.
 #include "interpreter/chat_event.h"
+#include "interpreter/host_commands.h"
 
 namespace v2 {
 
@@ -22,7 +23,7 @@ const std::array<CommandRow, kCommandCount>& CommandTable() {
       {"glyph", 7, R::kNone, nullptr},
       {"exit", 6, R::kNone, nullptr},
       {"brag", 6, R::kNone, nullptr},
-      {"handle", 8, R::kFree, nullptr},
+      {"handle", 8, R::kFree, SetHandle},
       {"pr", 4, R::kFree, nullptr},
       {"off", 5, R::kNone, nullptr},
       {"cmds", 6, R::kNone, nullptr},

@@ -1,5 +1,6 @@
 #include "shell/program.h"
 
+#include "config/settings.h"
 #include "host/host_windows.h"
 #include "interpreter/chat_event.h"
 
@@ -8,6 +9,15 @@ namespace v2 {
 Form1::Form1(Platform& p)
     : Chat1(p, [&p] { return FindTranscript(p); }),
       Chat2(p, [&p] { return FindTranscript(p); }) {}
+
+Form2::Form2() {
+  // As the window defines them, before the stores are read.
+  idleoff.Checked = true;
+  idleoff.Enabled = false;
+  interval.Checked = true;
+  interval.Caption = "interval : 1/m";
+  user.Caption = "user [mirrik]";
+}
 
 Program::Program(Platform& platform_in)
     : platform(platform_in), form1(platform_in) {
@@ -36,6 +46,41 @@ Program::Program(Platform& platform_in)
       {"Form4.Text21", &form4.Text21}, {"Form4.Text22", &form4.Text22},
       {"Form4.Text23", &form4.Text23}};
   for (const auto& [name, box] : style) text(name, *box);
+  const std::pair<const char*, const MenuItem*> items[] = {
+      {"chatsendtime", &form2.chatsendtime},
+      {"chatsendtrans", &form2.chatsendtrans},
+      {"chatsendreasons", &form2.chatsendreasons},
+      {"randomize", &form2.randomize},
+      {"interval", &form2.interval},
+      {"imsoff", &form2.imsoff},
+      {"ghostingon", &form2.ghostingon},
+      {"imson", &form2.imson},
+      {"ghostingoff", &form2.ghostingoff},
+      {"autoup", &form2.autoup},
+      {"immachine", &form2.immachine},
+      {"cchat_on", &form2.cchat_on},
+      {"cchat_off", &form2.cchat_off},
+      {"reconaol", &form2.reconaol},
+      {"enterpr", &form2.enterpr},
+      {"enterjap", &form2.enterjap},
+      {"continueul", &form2.continueul},
+      {"continuedl", &form2.continuedl},
+      {"imzoff", &form2.imzoff},
+      {"ghoztingon", &form2.ghoztingon},
+      {"hidebuddy", &form2.hidebuddy},
+      {"user", &form2.user},
+      {"idleon", &form2.idleon},
+      {"idleoff", &form2.idleoff}};
+  for (const auto& [name, item] : items) {
+    const MenuItem* m = item;
+    controls_[std::string("Form2.") + name] = [m] {
+      return std::string(m->Checked ? "checked" : "unchecked") +
+             (m->Enabled ? " enabled" : " disabled");
+    };
+    controls_[std::string("Form2.") + name + ".Caption"] = [m] {
+      return m->Caption;
+    };
+  }
   controls_["Form1.Chat1"] = [this] {
     return std::string(form1.Chat1.Scanning() ? "scanning" : "off");
   };
@@ -44,7 +89,11 @@ Program::Program(Platform& platform_in)
   };
 }
 
-void Program::Start() { form1.Chat1.ScanOn(); }
+void Program::Start() {
+  // The stores into the live objects; the switches start the scanners.
+  ReadUserSettings(*this);
+  ReadSettingsFile(*this);
+}
 
 bool Program::Show(const std::string& name, std::string& value) const {
   auto it = controls_.find(name);

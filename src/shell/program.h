@@ -18,10 +18,16 @@ struct Form1 {
   ChatScanner Chat2;
 };
 
-// Hidden: the board of small values; Text5 is the member's handle.
+// Hidden: the board of small values (Text5 is the member's handle) and the
+// popup menu, whose check marks are the live settings.
 struct Form2 {
+  Form2();
   TextBox Text1, Text2, Text3, Text4, Text5, Text6;
-  Label Label1;
+  Label Label1{TextControl("0")};
+  MenuItem chatsendtime, chatsendtrans, chatsendreasons, randomize, interval,
+      imsoff, ghostingon, imson, ghostingoff, autoup, immachine, cchat_on,
+      cchat_off, reconaol, enterpr, enterjap, continueul, continuedl, imzoff,
+      ghoztingon, hidebuddy, user, idleon, idleoff;
 };
 
 // The style fields, live even while the window is hidden. They start at the
@@ -53,7 +59,8 @@ class Program {
   Program(const Program&) = delete;
   Program& operator=(const Program&) = delete;
 
-  // Starts as the program starts on Windows (so far: scanning with Chat1).
+  // Starts as the program starts on Windows (so far: the stores are read
+  // into the live objects, and the scanners start as they say).
   void Start();
 
   // A control's value by its name ("Form2.Text5"), as `show` prints it;

@@ -1,0 +1,122 @@
+#include "config/settings.h"
+
+#include <functional>
+#include <vector>
+
+#include "platform/text.h"
+#include "shell/program.h"
+
+namespace v2 {
+namespace {
+
+constexpr int kIniBuffer = 750;
+
+std::string UpperCase(const std::string& s) {
+  // The counterpart of LCase for the key names, which are plain letters.
+  std::string out = s;
+  for (char& c : out) {
+    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 32);
+  }
+  return out;
+}
+
+}  // namespace
+
+std::string GetSetting(Platform& p, const std::string& key,
+                       const std::string& def) {
+  return p.users().GetSetting(kSettingsApp, kSettingsSection, key, def);
+}
+
+void SaveSetting(Platform& p, const std::string& key,
+                 const std::string& value) {
+  p.users().SaveSetting(kSettingsApp, kSettingsSection, key, value);
+}
+
+std::string IniRead(Platform& p, const std::string& section,
+                    const std::string& key, const std::string& file) {
+  std::string buffer(kIniBuffer, '\0');
+  int n = p.profiles().GetPrivateProfileStringA(
+      section.c_str(), LCase(key).c_str(), "", buffer.data(), kIniBuffer,
+      file.c_str());
+  buffer.resize(static_cast<std::size_t>(std::clamp(n, 0, kIniBuffer - 1)));
+  return buffer;
+}
+
+void IniWrite(Platform& p, const std::string& section, const std::string& key,
+              const std::string& value, const std::string& file) {
+  p.profiles().WritePrivateProfileStringA(
+      section.c_str(), UpperCase(key).c_str(), value.c_str(), file.c_str());
+}
+
+std::string SettingsFile(Platform& p) {
+  return p.files().ProgramDir() + "\\settings.dat";
+}
+
+void ReadUserSettings(Program& prog) {
+  Platform& p = prog.platform;
+  Form2& f = prog.form2;
+  auto flag = [&](const char* key, const char* def, MenuItem& item,
+                  const std::function<void()>& then = {}) {
+    if (GetSetting(p, key, def) != "true") return;
+    item.Checked = true;
+    if (then) then();
+  };
+  flag("chatsend time", "true", f.chatsendtime);
+  flag("chatsend trans", "false", f.chatsendtrans);
+  flag("chatsend reason", "true", f.chatsendreasons);
+  f.Text1.Text.Set(GetSetting(p, "reason", "no reason"));
+  flag("randomize", "true", f.randomize);
+  f.Text2.Text.Set(GetSetting(p, "interval", "1"));
+  f.interval.Caption = "interval : " + f.Text2.Text.Get() + "/m";
+  flag("ims off", "false", f.imsoff);
+  flag("ghosting on", "false", f.ghostingon);
+  flag("ims on", "false", f.imson);
+  flag("ghosting off", "false", f.ghostingoff);
+  flag("autoup", "true", f.autoup);
+  flag("machine", "false", f.immachine);
+  flag("ccoms on", "true", f.cchat_on, [&] { prog.form1.Chat1.ScanOn(); });
+  flag("ccoms off", "false", f.cchat_off, [&] { prog.form1.Chat2.ScanOn(); });
+  flag("dcp aol", "true", f.reconaol);
+  flag("dcp pr", "true", f.enterpr);
+  flag("dcp jap", "false", f.enterjap);
+  f.Text4.Text.Set(GetSetting(p, "dcp room", "idle"));
+  flag("dcp ul", "true", f.continueul);
+  flag("dcp dl", "false", f.continuedl);
+  flag("dcp ims", "true", f.imzoff);
+  flag("dcp ghost", "false", f.ghoztingon);
+  flag("dcp buddy", "false", f.hidebuddy);
+  f.Text5.Text.Set(GetSetting(p, "handle"));
+  f.user.Caption = "user [" + f.Text5.Text.Get() + "]";
+  f.Text6.Text.Set(GetSetting(p, "machine msg", "afk"));
+}
+
+void ReadSettingsFile(Program& prog) {
+  Platform& p = prog.platform;
+  const std::string file = SettingsFile(p);
+  auto read = [&](const char* key, TextControl& into, const char* fallback) {
+    std::string value = IniRead(p, kIniSection, key, file);
+    if (value.empty() && fallback) value = fallback;
+    into.Set(value);
+  };
+  read("brag", prog.form2.Label1.Caption, "0");
+  Form4& s = prog.form4;
+  read("afont", s.Text1.Text, "arial narrow");
+  read("font", s.Text2.Text, "arial narrow");
+  read("efont", s.Text23.Text, "arial narrow");
+  read("acolor", s.Text3.Text, "ff8000");
+  read("bcolor", s.Text4.Text, "c0c0c0");
+  read("ccolor", s.Text5.Text, "ff8000");
+  read("ascii1", s.Text11.Text, "\x8B\xA1'\x95");
+  read("ascii2", s.Text12.Text, "\x8B\xA1\xCC\x9B");
+  read("ascii3", s.Text13.Text, " \x8B\xCC\xA1");
+  read("eascii1", s.Text20.Text, nullptr);
+  read("eascii2", s.Text21.Text, nullptr);
+  read("eascii3", s.Text22.Text, nullptr);
+  read("mid", s.Text7.Text, ": idle :");
+  read("min", s.Text8.Text, "/mins");
+  read("reasons", s.Text9.Text, "reason:");
+  read("per", s.Text17.Text, "%");
+  read("ml", s.Text19.Text, "ml");
+}
+
+}  // namespace v2

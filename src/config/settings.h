@@ -1,0 +1,44 @@
+#pragma once
+// The two settings stores as the program uses them: the per-user store of
+// application "vantrel2", section "settings" (switches and typed texts), and
+// settings.dat beside the program (the style of the lines, the music folder,
+// the idle minutes of all time).
+#include <string>
+
+#include "platform/platform.h"
+
+namespace v2 {
+
+class Program;
+
+inline constexpr const char* kSettingsApp = "vantrel2";
+inline constexpr const char* kSettingsSection = "settings";
+inline constexpr const char* kIniSection = "vantrel2";
+
+// A per-user entry, or def when there is none.
+std::string GetSetting(Platform& p, const std::string& key,
+                       const std::string& def = {});
+void SaveSetting(Platform& p, const std::string& key, const std::string& value);
+
+// A profile read of at most 749 characters; the key is looked up in lower
+// case, and a missing file, section or key give "".
+std::string IniRead(Platform& p, const std::string& section,
+                    const std::string& key, const std::string& file);
+// The key is written in upper case; the value unchanged, the empty one too.
+void IniWrite(Platform& p, const std::string& section, const std::string& key,
+              const std::string& value, const std::string& file);
+
+// The full name of settings.dat: the program's own directory and
+// "\settings.dat", never the current directory.
+std::string SettingsFile(Platform& p);
+
+// The per-user store into the live objects, key by key in the store's
+// order: the check marks (a flag counts only as the exact text "true"; a read
+// never clears a mark), the texts of Form2, the captions that show them, and
+// the scanners the switches ask for.
+void ReadUserSettings(Program& prog);
+// settings.dat into the live objects: the idle minutes of all time and the
+// style fields, each with its text for an empty read.
+void ReadSettingsFile(Program& prog);
+
+}  // namespace v2
