@@ -85,6 +85,10 @@ int Play(v2::aolsim::AolClient& client, v2::aolsim::Win32WindowHost& host,
         v2::aolsim::Win32WindowHost::PumpFor(
             static_cast<int>(std::min(c.seconds * 1000.0 + 0.5, 2147483647.0)));
         break;
+      case Kind::kProgram:
+        std::cerr << "aolhost: line " << number
+                  << ": the program's windows are not the client's\n";
+        return 2;
       case Kind::kShow:
         if (c.object != "input") {
           std::cerr << "aolhost: line " << number << ": " << c.object

@@ -107,6 +107,9 @@ Runner::Outcome Runner::Run(const std::string& raw) {
     case ScriptCommand::Kind::kClient:
       PlayOnClient(client_, command);
       break;
+    case ScriptCommand::Kind::kProgram:
+      PlayOnProgram(command);
+      break;
     case ScriptCommand::Kind::kWait:
       loop_.RunFor(static_cast<std::int64_t>(command.seconds * 1000.0 + 0.5));
       break;
@@ -123,6 +126,27 @@ Runner::Outcome Runner::Run(const std::string& raw) {
   }
   loop_.RunUntilIdle();
   return Outcome::kDone;
+}
+
+void Runner::PlayOnProgram(const ScriptCommand& command) {
+  // The member's hands in the reason list window, which the first touch
+  // brings into being.
+  EnsureForm3(program_);
+  if (command.object == "reasons add") {
+    program_.form3.Text1.Text.Set(command.text);
+    Form3_Text1_KeyPress(program_, 13);
+  } else if (command.object == "reasons edit") {
+    // A double click on entry N selects it first; below the last entry it
+    // lands on nothing.
+    int n = std::stoi(command.text);
+    program_.form3.List1.ListIndex =
+        n < program_.form3.List1.ListCount() ? n : -1;
+    Form3_List1_DblClick(program_);
+  } else if (command.object == "reasons save") {
+    Form3_Label1_Click(program_);
+  } else if (command.object == "reasons cancel") {
+    Form3_Label2_Click(program_);
+  }
 }
 
 bool Runner::Execute(const std::string& line) {

@@ -7,6 +7,7 @@
 
 #include "aolsim/aol_client.h"
 #include "aolsim/sim_window_host.h"
+#include "app/script.h"
 #include "platform/sim/sim_loop.h"
 #include "platform/sim/sim_stores.h"
 #include "platform/sim/sim_windows.h"
@@ -46,6 +47,7 @@ class Runner {
  private:
   enum class Outcome { kDone, kNotUnderstood, kNotYet };
   Outcome Run(const std::string& line);
+  void PlayOnProgram(const ScriptCommand& command);
   void Print(const std::string& text);
 
   RunnerOptions options_;

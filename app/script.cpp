@@ -53,14 +53,29 @@ ScriptCommand ParseScriptLine(const std::string& utf8_line) {
     c.kind = ParseSeconds(rest, c.seconds)
                  ? ScriptCommand::Kind::kWait
                  : ScriptCommand::Kind::kNotUnderstood;
+  } else if (Take(line, "reasons", rest)) {
+    c.kind = ScriptCommand::Kind::kNotUnderstood;
+    std::string n;
+    if (Take(rest, "add", n)) {
+      c.kind = ScriptCommand::Kind::kProgram;
+      c.object = "reasons add";
+      c.text = n;
+    } else if (rest == "save" || rest == "cancel") {
+      c.kind = ScriptCommand::Kind::kProgram;
+      c.object = "reasons " + rest;
+    } else if (Take(rest, "edit", n) && !n.empty() && n.size() < 10 &&
+               n.find_first_not_of("0123456789") == std::string::npos) {
+      c.kind = ScriptCommand::Kind::kProgram;
+      c.object = "reasons edit";
+      c.text = n;
+    }
   } else if (Take(line, "show", rest)) {
     c.kind = ScriptCommand::Kind::kShow;
     c.object = rest;
   } else {
     static const char* const kLater[] = {
-        "answer", "answer-cancel", "reasons",  "im",
-        "person", "roomfull",      "roomfree", "menu",
-        "tray",   "download",      "upload",   "end"};
+        "answer", "answer-cancel", "im",       "person", "roomfull", "roomfree",
+        "menu",   "tray",          "download", "upload", "end"};
     std::string word = line.substr(0, line.find(' '));
     c.kind = ScriptCommand::Kind::kNotUnderstood;
     for (const char* later : kLater) {

@@ -13,12 +13,14 @@ struct ScriptCommand {
     kClient,   // something the member, another person or the client does
     kWait,
     kShow,
-    kLater,  // a command of a capability this runner does not have yet
+    kProgram,  // something the member does in one of the program's windows
+    kLater,    // a command of a capability this runner does not have yet
     kNotUnderstood,
   };
   Kind kind = Kind::kNothing;
   std::string line;    // the line, in Windows-1252, without a trailing CR
-  std::string object;  // show: what to show
+  std::string object;  // show: what to show; kProgram: the command
+  std::string text;    // kProgram: its argument
   double seconds = 0;  // wait
 };
 

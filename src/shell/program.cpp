@@ -81,6 +81,13 @@ Program::Program(Platform& platform_in)
       return m->Caption;
     };
   }
+  controls_["Form3.List1"] = [this] {
+    const ListBox& list = form3.List1;
+    std::string out = std::to_string(list.ListCount());
+    for (const std::string& item : list.items) out += " \"" + item + "\"";
+    return out;
+  };
+  text("Form3.Text1", form3.Text1);
   controls_["Form1.Chat1"] = [this] {
     return std::string(form1.Chat1.Scanning() ? "scanning" : "off");
   };
@@ -90,7 +97,12 @@ Program::Program(Platform& platform_in)
 }
 
 void Program::Start() {
-  // The stores into the live objects; the switches start the scanners.
+  // The reason list first (it lies in the working directory), then the
+  // stores into the live objects; the switches start the scanners.
+  if (FileExists(platform, kReasonFile)) {
+    EnsureForm3(*this);
+    LoadList(platform, kReasonFile, form3.List1);
+  }
   ReadUserSettings(*this);
   ReadSettingsFile(*this);
 }

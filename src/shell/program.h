@@ -5,6 +5,7 @@
 #include <map>
 #include <string>
 
+#include "idle/reason_list.h"
 #include "platform/chat_scanner.h"
 #include "platform/controls.h"
 #include "platform/platform.h"
@@ -70,6 +71,7 @@ class Program {
   Platform& platform;
   Form1 form1;
   Form2 form2;
+  Form3 form3;
   Form4 form4;
 
  private:

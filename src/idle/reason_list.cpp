@@ -1,0 +1,136 @@
+#include "idle/reason_list.h"
+
+#include <cmath>
+#include <cstdint>
+#include <cstring>
+#include <fstream>
+#include <iterator>
+
+#include "shell/program.h"
+
+namespace v2 {
+
+std::vector<std::string> ReadListItems(const std::string& bytes) {
+  std::vector<std::string> items;
+  std::size_t i = 0;
+  const std::size_t n = bytes.size();
+  auto eol = [&](std::size_t at) {
+    return at >= n || bytes[at] == '\r' || bytes[at] == '\n';
+  };
+  auto skip_eol = [&] {
+    if (i < n && bytes[i] == '\r') ++i;
+    if (i < n && bytes[i] == '\n') ++i;
+  };
+  while (i < n) {
+    while (i < n && (bytes[i] == ' ' || bytes[i] == '\t')) ++i;
+    std::string item;
+    if (i < n && bytes[i] == '"') {
+      auto close = bytes.find('"', i + 1);
+      auto line_end = bytes.find_first_of("\r\n", i + 1);
+      if (close == std::string::npos ||
+          (line_end != std::string::npos && close > line_end)) {
+        close = line_end == std::string::npos ? n : line_end;
+      }
+      item = bytes.substr(i + 1, close - i - 1);
+      i = close < n && bytes[close] == '"' ? close + 1 : close;
+      // What stands between the closing quote and the next comma is dropped.
+      while (!eol(i) && bytes[i] != ',') ++i;
+    } else {
+      std::size_t start = i;
+      while (!eol(i) && bytes[i] != ',') ++i;
+      item = bytes.substr(start, i - start);
+    }
+    items.push_back(std::move(item));
+    if (i < n && bytes[i] == ',') {
+      ++i;
+      // A comma at the end of a line leaves one more, empty item.
+      if (eol(i)) {
+        items.emplace_back();
+        skip_eol();
+      }
+    } else {
+      skip_eol();
+    }
+  }
+  return items;
+}
+
+void LoadList(Platform& p, const std::string& file, ListBox& list) {
+  std::ifstream in(p.files().NativePath(file), std::ios::binary);
+  if (!in) return;
+  std::string bytes((std::istreambuf_iterator<char>(in)),
+                    std::istreambuf_iterator<char>());
+  for (std::string& item : ReadListItems(bytes)) {
+    list.AddItem(std::move(item));
+    p.loop.PumpEvents();
+  }
+}
+
+void SaveList(Platform& p, const std::string& file, const ListBox& list) {
+  std::ofstream out(p.files().NativePath(file),
+                    std::ios::binary | std::ios::trunc);
+  if (!out) return;
+  for (const std::string& item : list.items) out << item << "\r\n";
+}
+
+bool FileExists(Platform& p, const std::string& file) {
+  return p.files().FileExists(file);
+}
+
+double RandomPick(Platform& p, int n) {
+  // Reseeded from the clock at every call, as a generator seeded once per
+  // draw: the seconds since midnight, fraction included, make the seed.
+  double timer = p.clock().SecondsSinceMidnight();
+  float seed_f = static_cast<float>(timer);
+  std::uint32_t bits = 0;
+  std::memcpy(&bits, &seed_f, sizeof(bits));
+  std::uint32_t x = ((bits >> 8) ^ (bits << 8) ^ bits) & 0xFFFFFF;
+  // One step of a 24-bit linear congruential generator.
+  x = (x * 1140671485u + 12820163u) & 0xFFFFFFu;
+  float r = static_cast<float>(x) / 16777216.0f;  // 0 <= r < 1
+  return std::floor(static_cast<double>(r) * n + 1.0);
+}
+
+void EnsureForm3(Program& prog) {
+  if (!prog.form3.loaded) Form3_Load(prog);
+}
+
+void Form3_Load(Program& prog) {
+  prog.form3.loaded = true;
+  ShapeForm3(prog);
+}
+
+void Form3_Text1_KeyPress(Program& prog, int KeyAscii) {
+  if (KeyAscii != 13) return;
+  Form3& f = prog.form3;
+  f.List1.AddItem(f.Text1.Text.Get());
+  f.Text1.Text.Set("");
+}
+
+void Form3_List1_DblClick(Program& prog) {
+  ListBox& list = prog.form3.List1;
+  if (list.ListCount() == 0) return;
+  // With nothing selected there is nothing to take out.
+  if (list.ListIndex < 0 || list.ListIndex >= list.ListCount()) return;
+  auto at = static_cast<std::size_t>(list.ListIndex);
+  prog.form3.Text1.Text.Set(list.items[at]);
+  list.items.erase(list.items.begin() + static_cast<std::ptrdiff_t>(at));
+  list.ListIndex = -1;
+}
+
+void Form3_Label1_Click(Program& prog) {
+  SaveList(prog.platform, kReasonFile, prog.form3.List1);
+  SlideAwayForm3(prog);
+}
+
+void Form3_Label2_Click(Program& prog) {
+  Form3& f = prog.form3;
+  f.List1.Clear();
+  if (FileExists(prog.platform, kReasonFile)) {
+    LoadList(prog.platform, kReasonFile, f.List1);
+    SaveList(prog.platform, kReasonFile, f.List1);
+  }
+  SlideAwayForm3(prog);
+}
+
+}  // namespace v2
