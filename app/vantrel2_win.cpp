@@ -6,6 +6,7 @@
 #include "platform/platform.h"
 #include "platform/win32/win32_loop.h"
 #include "platform/win32/win32_stores.h"
+#include "platform/win32/win32_ui.h"
 #include "platform/win32/win32_windows.h"
 #include "shell/program.h"
 
@@ -34,7 +35,8 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int) {
   v2::win32::Win32UserStore user_store;
   v2::win32::Win32ProfileService profile;
   v2::win32::Win32FileSystem files;
-  v2::Platform platform{windows, loop, &user_store, &profile, &files};
+  v2::win32::Win32Ui ui;
+  v2::Platform platform{windows, loop, &user_store, &profile, &files, &ui};
   v2::Program program(platform);
   program.Start();
 

@@ -97,6 +97,7 @@ void EnsureForm3(Program& prog) {
 
 void Form3_Load(Program& prog) {
   prog.form3.loaded = true;
+  CreateForm3Window(prog);
   ShapeForm3(prog);
 }
 
@@ -112,9 +113,9 @@ void Form3_List1_DblClick(Program& prog) {
   if (list.ListCount() == 0) return;
   // With nothing selected there is nothing to take out.
   if (list.ListIndex < 0 || list.ListIndex >= list.ListCount()) return;
-  auto at = static_cast<std::size_t>(list.ListIndex);
-  prog.form3.Text1.Text.Set(list.items[at]);
-  list.items.erase(list.items.begin() + static_cast<std::ptrdiff_t>(at));
+  const int at = list.ListIndex;
+  prog.form3.Text1.Text.Set(list.items[static_cast<std::size_t>(at)]);
+  list.RemoveItem(at);
   list.ListIndex = -1;
 }
 

@@ -41,10 +41,13 @@ struct Form3 {
   Label Label1{TextControl("save and exit")};
   Label Label2{TextControl("cancel")};
   bool loaded = false;
+  Hwnd hwnd = 0;  // the real window, where the platform makes one
 };
 
 // The window comes into being, hidden, at its first use.
 void EnsureForm3(Program& prog);
+// The real window and its controls, where the platform shows windows.
+void CreateForm3Window(Program& prog);
 // The window's shape and stacking, and its leaving off the screen.
 void ShapeForm3(Program& prog);
 void SlideAwayForm3(Program& prog);

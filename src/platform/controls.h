@@ -41,15 +41,35 @@ struct Label {
   TextControl Caption;
 };
 
+// The link from a list to a real list box showing it. The list is changed
+// only through its own operations, which tell the peer.
+class ListPeer {
+ public:
+  virtual ~ListPeer() = default;
+  virtual void Added(const std::string& item) = 0;
+  virtual void Removed(int index) = 0;
+  virtual void Cleared() = 0;
+};
+
 struct ListBox {
   std::vector<std::string> items;
   int ListIndex = -1;
-  void AddItem(std::string item) { items.push_back(std::move(item)); }
+  void AddItem(std::string item) {
+    if (peer) peer->Added(item);
+    items.push_back(std::move(item));
+  }
+  void RemoveItem(int index) {
+    if (index < 0 || index >= ListCount()) return;
+    items.erase(items.begin() + index);
+    if (peer) peer->Removed(index);
+  }
   void Clear() {
     items.clear();
     ListIndex = -1;
+    if (peer) peer->Cleared();
   }
   int ListCount() const { return static_cast<int>(items.size()); }
+  ListPeer* peer = nullptr;
 };
 
 struct MenuItem {

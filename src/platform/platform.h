@@ -1,6 +1,7 @@
 #pragma once
 #include "platform/event_loop.h"
 #include "platform/stores.h"
+#include "platform/ui.h"
 #include "platform/window_services.h"
 
 namespace v2 {
@@ -37,6 +38,7 @@ struct Platform {
   UserStore* user_store = nullptr;
   ProfileService* profile_service = nullptr;
   FileSystem* file_system = nullptr;
+  UiToolkit* ui_toolkit = nullptr;
 
   Clock& clock() { return loop.clock(); }
   UserStore& users() { return user_store ? *user_store : NoStores::Instance(); }
@@ -46,6 +48,7 @@ struct Platform {
   FileSystem& files() {
     return file_system ? *file_system : NoStores::Instance();
   }
+  UiToolkit& ui() { return ui_toolkit ? *ui_toolkit : NoUi::Instance(); }
 };
 
 }  // namespace v2

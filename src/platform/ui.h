@@ -1,0 +1,49 @@
+#pragma once
+// The windows of the program's own that the member works with, and their
+// controls. On Windows they are real windows and real controls, and reading
+// a control reads the real window; in the simulator the controls are plain
+// values that scenarios drive, and no window is made.
+#include <functional>
+#include <string>
+
+#include "platform/controls.h"
+#include "platform/types.h"
+
+namespace v2 {
+
+struct TwipsRect {
+  int left = 0, top = 0, width = 0, height = 0;
+};
+
+class UiToolkit {
+ public:
+  virtual ~UiToolkit() = default;
+  // A borderless top-level window, hidden; 0 where no window is made.
+  virtual Hwnd CreateForm(const std::string& title, int width_twips,
+                          int height_twips) = 0;
+  // The controls on a form, showing the given control and raising its
+  // events: a double click on the list (with ListIndex set to the entry
+  // under it), each character typed into the text box, a click on a label.
+  virtual void AddListBox(Hwnd form, ListBox& list, TwipsRect at,
+                          std::function<void()> DblClick) = 0;
+  virtual void AddTextBox(Hwnd form, TextBox& box, TwipsRect at,
+                          std::function<void(int KeyAscii)> KeyPress) = 0;
+  virtual void AddLabel(Hwnd form, Label& label, TwipsRect at,
+                        std::function<void()> Click) = 0;
+};
+
+// A platform without windows of its own.
+class NoUi : public UiToolkit {
+ public:
+  Hwnd CreateForm(const std::string&, int, int) override { return 0; }
+  void AddListBox(Hwnd, ListBox&, TwipsRect, std::function<void()>) override {}
+  void AddTextBox(Hwnd, TextBox&, TwipsRect,
+                  std::function<void(int)>) override {}
+  void AddLabel(Hwnd, Label&, TwipsRect, std::function<void()>) override {}
+  static NoUi& Instance() {
+    static NoUi none;
+    return none;
+  }
+};
+
+}  // namespace v2
