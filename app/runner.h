@@ -10,6 +10,7 @@
 #include "app/script.h"
 #include "platform/sim/sim_loop.h"
 #include "platform/sim/sim_stores.h"
+#include "platform/sim/sim_ui.h"
 #include "platform/sim/sim_windows.h"
 #include "shell/program.h"
 
@@ -58,6 +59,7 @@ class Runner {
   sim::SimUserStore user_store_;
   sim::SimProfileService profile_;
   sim::SimFileSystem files_;
+  sim::SimUi ui_;
   Platform platform_;
   aolsim::SimWindowHost host_;
   aolsim::AolClient client_;

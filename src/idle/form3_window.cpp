@@ -1,4 +1,6 @@
 #include "idle/reason_list.h"
+#include "platform/bmp.h"
+#include "shell/pictures.h"
 #include "shell/program.h"
 
 namespace v2 {
@@ -9,6 +11,19 @@ void CreateForm3Window(Program& prog) {
   // Sizes and places in twips, as the window was drawn.
   f.hwnd = ui.CreateForm("vantrel2 reasons", 2895, 3195);
   if (!f.hwnd) return;
+  f.window = ui.Shaped(f.hwnd);
+  // The picture is larger than the window; the window's own rectangle cuts
+  // the outline too.
+  if (auto pixels = LoadBmp(Form3Bmp())) {
+    f.Picture1 = ui.Picture(
+        f.hwnd, *pixels, 4500, 3750, Rgb(255, 0, 255),
+        [&prog](std::int16_t Button, std::int16_t Shift, float X, float Y) {
+          if (prog.form3.window) {
+            Picture1_MouseMove(*prog.form3.window, prog.form3.grab, Button,
+                               Shift, X, Y);
+          }
+        });
+  }
   ui.AddListBox(f.hwnd, f.List1, {480, 960, 2055, 1395},
                 [&prog] { Form3_List1_DblClick(prog); });
   ui.AddTextBox(f.hwnd, f.Text1, {480, 2520, 2055, 285},
@@ -19,10 +34,20 @@ void CreateForm3Window(Program& prog) {
               [&prog] { Form3_Label2_Click(prog); });
 }
 
-// The window's outline, its place on top and its slide off the screen come
-// with the shaped windows; until they are there the window keeps its
-// rectangle and stays where it stands.
-void ShapeForm3(Program&) {}
-void SlideAwayForm3(Program&) {}
+void ShapeForm3(Program& prog) {
+  Form3& f = prog.form3;
+  if (!f.window) return;  // a platform without windows of the program's
+  if (f.Picture1) ShapeForm(*f.window, *f.Picture1);
+  StayOnTop(*f.window);
+}
+
+void SlideAwayForm3(Program& prog) {
+  if (prog.form3.window) SlideAway(*prog.form3.window, prog.platform.loop);
+}
+
+void ShowForm3(Program& prog) {
+  EnsureForm3(prog);
+  if (prog.form3.window) ShowShaped(*prog.form3.window);
+}
 
 }  // namespace v2

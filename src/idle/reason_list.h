@@ -5,8 +5,11 @@
 #include <string>
 #include <vector>
 
+#include <memory>
+
 #include "platform/controls.h"
 #include "platform/platform.h"
+#include "shell/shaped_windows.h"
 
 namespace v2 {
 
@@ -41,11 +44,16 @@ struct Form3 {
   Label Label1{TextControl("save and exit")};
   Label Label2{TextControl("cancel")};
   bool loaded = false;
-  Hwnd hwnd = 0;  // the real window, where the platform makes one
+  Hwnd hwnd = 0;  // the window, where the platform makes one
+  std::unique_ptr<ShapedWindow> window;
+  std::unique_ptr<PictureBox> Picture1;  // the background and outline
+  Grab grab;                             // where the drag took hold
 };
 
 // The window comes into being, hidden, at its first use.
 void EnsureForm3(Program& prog);
+// Shows the window, back in view if it had slid away.
+void ShowForm3(Program& prog);
 // The real window and its controls, where the platform shows windows.
 void CreateForm3Window(Program& prog);
 // The window's shape and stacking, and its leaving off the screen.

@@ -1,12 +1,16 @@
 #pragma once
 // The windows of the program's own that the member works with, and their
 // controls. On Windows they are real windows and real controls, and reading
-// a control reads the real window; in the simulator the controls are plain
-// values that scenarios drive, and no window is made.
+// a control reads the real window; in the simulator a form is a window of
+// the window tree, with its place and outline, and its controls are plain
+// values that scenarios drive.
 #include <functional>
+#include <memory>
 #include <string>
 
+#include "platform/bmp.h"
 #include "platform/controls.h"
+#include "platform/shaped.h"
 #include "platform/types.h"
 
 namespace v2 {
@@ -30,6 +34,18 @@ class UiToolkit {
                           std::function<void(int KeyAscii)> KeyPress) = 0;
   virtual void AddLabel(Hwnd form, Label& label, TwipsRect at,
                         std::function<void()> Click) = 0;
+
+  // The form as a shaped window (its place, outline and stacking).
+  virtual std::unique_ptr<ShapedWindow> Shaped(Hwnd form) = 0;
+  // A picture box at the form's top left corner, of the given size in
+  // twips, holding picture there and back elsewhere; the pointer moving
+  // over it raises MouseMove (Button, Shift, X and Y in twips).
+  using MouseMove = std::function<void(std::int16_t Button, std::int16_t Shift,
+                                       float X, float Y)>;
+  virtual std::unique_ptr<PictureBox> Picture(Hwnd form, const Pixels& picture,
+                                              float width_twips,
+                                              float height_twips, ColorRef back,
+                                              MouseMove handler) = 0;
 };
 
 // A platform without windows of its own.
@@ -40,6 +56,11 @@ class NoUi : public UiToolkit {
   void AddTextBox(Hwnd, TextBox&, TwipsRect,
                   std::function<void(int)>) override {}
   void AddLabel(Hwnd, Label&, TwipsRect, std::function<void()>) override {}
+  std::unique_ptr<ShapedWindow> Shaped(Hwnd) override { return nullptr; }
+  std::unique_ptr<PictureBox> Picture(Hwnd, const Pixels&, float, float,
+                                      ColorRef, MouseMove) override {
+    return nullptr;
+  }
   static NoUi& Instance() {
     static NoUi none;
     return none;

@@ -9,6 +9,7 @@
 #include <sstream>
 
 #include "platform/sim/sim_stores.h"
+#include "platform/sim/sim_ui.h"
 #include "shell/program.h"
 #include "tests/unit/world.h"
 
@@ -125,6 +126,34 @@ TEST(ReasonList, TheWindowsEvents) {
   EXPECT_TRUE(next.form3.loaded);
   EXPECT_EQ(next.form3.List1.items, (Items{"a", "b"}));
   fs::current_path(before);
+}
+
+TEST(ReasonList, TheWindowIsShapedSlidesAwayAndComesBack) {
+  testing::World w;
+  sim::SimUi ui(w.windows);
+  Platform p{w.windows, w.loop, nullptr, nullptr, nullptr, &ui};
+  Program prog(p);
+  EnsureForm3(prog);
+  Form3& f = prog.form3;
+  ASSERT_NE(f.hwnd, 0u);
+  EXPECT_FALSE(w.windows.IsWindowVisible(f.hwnd));  // made hidden
+  RegionBands outline;
+  ASSERT_TRUE(ui.regions().WindowRegionOf(f.hwnd, outline));
+  EXPECT_FALSE(outline.empty());
+  EXPECT_FALSE(outline.Contains(0, 0));  // the picture's corner is see-through
+  EXPECT_TRUE(w.windows.PlacementOf(f.hwnd).topmost);
+
+  const fs::path before = fs::current_path();
+  fs::current_path(fs::temp_directory_path());
+  int events = 0;
+  w.loop.Post([&] { ++events; });
+  Form3_Label2_Click(prog);  // cancel: slides away, pumping on the way
+  fs::current_path(before);
+  EXPECT_GT(f.window->Left(), f.window->screen().Width);
+  EXPECT_EQ(events, 1);
+  ShowForm3(prog);
+  EXPECT_LT(f.window->Left(), f.window->screen().Width);
+  EXPECT_TRUE(w.windows.IsWindowVisible(f.hwnd));
 }
 
 TEST(ReasonList, RandomPickIsOneToNReseededFromTheClock) {

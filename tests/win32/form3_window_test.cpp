@@ -76,7 +76,20 @@ TEST(Form3Window, RealControlsAreTheList) {
   EXPECT_EQ(prog.form3.Text1.Text.Get(), "brb");  // read from the window
   EXPECT_EQ(SendMessageA(list, LB_GETCOUNT, 0, 0), 1);
 
+  // Cut from its picture, above the rest; saving slides it off the screen,
+  // and showing it brings it back.
+  HRGN outline = CreateRectRgn(0, 0, 0, 0);
+  EXPECT_EQ(GetWindowRgn(form, outline), COMPLEXREGION);
+  DeleteObject(outline);
+  EXPECT_TRUE(GetWindowLongA(form, GWL_EXSTYLE) & WS_EX_TOPMOST);
   Command(form, save, STN_CLICKED);
+  RECT r{};
+  GetWindowRect(form, &r);
+  EXPECT_GE(r.left, GetSystemMetrics(SM_CXSCREEN));
+  ShowForm3(prog);
+  GetWindowRect(form, &r);
+  EXPECT_LT(r.left, GetSystemMetrics(SM_CXSCREEN));
+  EXPECT_TRUE(IsWindowVisible(form));
   std::ifstream in("vantrel2.lst", std::ios::binary);
   std::stringstream saved;
   saved << in.rdbuf();

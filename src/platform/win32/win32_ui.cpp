@@ -4,6 +4,8 @@
 
 #include <cstdint>
 
+#include "platform/win32/win32_shaped.h"
+
 namespace v2::win32 {
 namespace {
 
@@ -96,6 +98,10 @@ LRESULT CALLBACK FormProc(HWND hwnd, UINT msg, WPARAM w, LPARAM l) {
       }
       break;
     }
+    case WM_CTLCOLORSTATIC:
+      // The labels lie on the picture.
+      SetBkMode(reinterpret_cast<HDC>(w), TRANSPARENT);
+      return reinterpret_cast<LRESULT>(GetStockObject(NULL_BRUSH));
     case WM_CTLCOLORLISTBOX:
     case WM_CTLCOLOREDIT: {
       static HBRUSH field = CreateSolidBrush(kFieldColour);
@@ -214,6 +220,22 @@ void Win32Ui::AddLabel(Hwnd form, Label& label, TwipsRect at,
   label.Caption.Attach(c->text.get());
   SetPropA(c->hwnd, "vantrel2.control", c.get());
   controls_[FromHwnd(c->hwnd)] = std::move(c);
+}
+
+std::unique_ptr<ShapedWindow> Win32Ui::Shaped(Hwnd form) {
+  if (!form) return nullptr;
+  return std::make_unique<Win32ShapedWindow>(form);
+}
+
+std::unique_ptr<PictureBox> Win32Ui::Picture(Hwnd form,
+                                             const v2::Pixels& picture,
+                                             float width_twips,
+                                             float height_twips, ColorRef back,
+                                             MouseMove handler) {
+  auto box = std::make_unique<Win32PictureBox>(picture, width_twips,
+                                               height_twips, back);
+  if (form) box->AttachTo(form, std::move(handler));
+  return box;
 }
 
 }  // namespace v2::win32

@@ -20,6 +20,11 @@ class Win32Ui : public UiToolkit {
                   std::function<void(int KeyAscii)> KeyPress) override;
   void AddLabel(Hwnd form, Label& label, TwipsRect at,
                 std::function<void()> Click) override;
+  std::unique_ptr<ShapedWindow> Shaped(Hwnd form) override;
+  std::unique_ptr<PictureBox> Picture(Hwnd form, const Pixels& picture,
+                                      float width_twips, float height_twips,
+                                      ColorRef back,
+                                      MouseMove handler) override;
 
   struct Control;  // one real control and what it stands for
 
