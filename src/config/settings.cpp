@@ -1,7 +1,7 @@
 #include "config/settings.h"
 
+#include <algorithm>
 #include <functional>
-#include <vector>
 
 #include "platform/text.h"
 #include "shell/program.h"
