@@ -5,9 +5,28 @@ namespace v2::aolsim {
 AolClient::AolClient(WindowHost& host, std::string screen_name)
     : host_(host), name_(std::move(screen_name)) {}
 
+namespace {
+
+constexpr const char* kPrivateRoom = "aol://2719:2-2-";
+constexpr const char* kJapanRoom = "aol://2719:73-2-";
+
+bool StartsWith(const std::string& s, const char* prefix) {
+  return s.rfind(prefix, 0) == 0;
+}
+
+}  // namespace
+
 void AolClient::Start() {
   if (host_.Exists(frame_)) return;
   frame_ = host_.Create(0, "AOL Frame25", "America  Online");
+  // The toolbar with its keyword line.
+  Hwnd bar = host_.Create(frame_, "AOL Toolbar", "");
+  Hwnd inner = host_.Create(bar, "_AOL_Toolbar", "");
+  Hwnd combo = host_.Create(inner, "_AOL_Combobox", "");
+  host_.Create(combo, "Edit", "",
+               [this](Hwnd h, std::uint32_t msg, WParam w, LParam) {
+                 return OnKeyword(h, msg, w);
+               });
   mdi_ = host_.Create(frame_, "MDIClient", "");
   OpenWelcome();
 
@@ -18,7 +37,11 @@ void AolClient::Start() {
   host_.Create(im, "_AOL_Icon", "");
   host_.Create(im, "_AOL_Static", "");
 
-  room_ = host_.Create(mdi_, "AOL Child", "Lobby 1");
+  OpenRoom("Lobby 1");
+}
+
+void AolClient::OpenRoom(const std::string& name) {
+  room_ = host_.Create(mdi_, "AOL Child", name);
   transcript_ = host_.Create(room_, "RICHCNTL", "");
   input_ = host_.Create(room_, "RICHCNTL", "",
                         [this](Hwnd h, std::uint32_t msg, WParam w, LParam l) {
@@ -27,8 +50,65 @@ void AolClient::Start() {
   host_.Create(room_, "_AOL_Listbox", "");
   host_.Create(room_, "_AOL_Icon", "");
   host_.Create(room_, "_AOL_Icon", "");
-  host_.Create(room_, "_AOL_Static", "Lobby 1");
+  host_.Create(room_, "_AOL_Static", name);
   lines_ = 0;
+}
+
+std::optional<LResult> AolClient::OnKeyword(Hwnd h, std::uint32_t msg,
+                                            WParam w) {
+  if (msg != kWmChar) return std::nullopt;
+  if (w == kVkReturn) {
+    std::string text(host_.Text(h));
+    while (!text.empty() && text.back() == ' ') text.pop_back();
+    if (!text.empty()) RunAddress(text);
+  } else if (w >= 32 && w < 256) {
+    host_.AppendText(h, std::string(1, static_cast<char>(w)));
+  }
+  return 0;
+}
+
+void AolClient::RunAddress(const std::string& address) {
+  Event("[keyword] " + address);
+  std::string room;
+  if (StartsWith(address, kPrivateRoom)) {
+    room = address.substr(std::string(kPrivateRoom).size());
+  } else if (StartsWith(address, kJapanRoom)) {
+    room = address.substr(std::string(kJapanRoom).size());
+  } else {
+    return;  // other keywords open windows this client does not have
+  }
+  if (room.empty() || full_rooms_.count(room)) {
+    ShowDialog("The room you requested is full or unavailable.");
+    return;
+  }
+  // The member is in one room at a time.
+  if (host_.Exists(room_)) host_.Destroy(room_);
+  OpenRoom(room);
+  Event("[room] " + room);
+}
+
+void AolClient::Event(const std::string& text) {
+  if (on_event) on_event(text);
+}
+
+void AolClient::SetRoomFull(const std::string& name, bool full) {
+  if (full) {
+    full_rooms_.insert(name);
+  } else {
+    full_rooms_.erase(name);
+  }
+}
+
+std::string AolClient::RoomName() {
+  if (!host_.Exists(room_)) return {};
+  return std::string(host_.Text(room_));
+}
+
+std::vector<std::string> AolClient::WindowTitles() {
+  std::vector<std::string> titles;
+  if (!host_.Exists(mdi_)) return titles;
+  for (Hwnd h : host_.Children(mdi_)) titles.emplace_back(host_.Text(h));
+  return titles;
 }
 
 void AolClient::Quit() {

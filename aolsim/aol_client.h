@@ -4,7 +4,9 @@
 // reacts to the messages the real client takes and knows nothing of the
 // program that drives it.
 #include <functional>
+#include <set>
 #include <string>
+#include <vector>
 
 #include "aolsim/window_host.h"
 
@@ -32,12 +34,22 @@ class AolClient {
   // The "America Online" dialog with an OK button and its texts.
   void ShowDialog(const std::string& message);
 
+  // A room that refuses entry (with the dialog) until it is freed.
+  void SetRoomFull(const std::string& name, bool full);
+  // The open room's name, "" when none is open.
+  std::string RoomName();
+  // The titles of the client's windows in its MDI area, in sibling order.
+  std::vector<std::string> WindowTitles();
+
   std::string InputText();
   std::string TranscriptText();
   const std::string& screen_name() const { return name_; }
 
   // Called with every line the room shows, without its leading CR.
   std::function<void(const std::string&)> on_line;
+  // Called with what else the client does that a person would see:
+  // "[keyword] TEXT", "[room] NAME".
+  std::function<void(const std::string&)> on_event;
   // The room keeps at most this many lines; beyond it the oldest tenth goes.
   std::size_t max_lines = 2000;
 
@@ -49,6 +61,10 @@ class AolClient {
 
  private:
   std::optional<LResult> OnInput(Hwnd h, std::uint32_t msg, WParam w, LParam l);
+  std::optional<LResult> OnKeyword(Hwnd h, std::uint32_t msg, WParam w);
+  void RunAddress(const std::string& address);
+  void OpenRoom(const std::string& name);
+  void Event(const std::string& text);
   void Append(const std::string& name, const std::string& text);
   void Trim();
 
@@ -58,6 +74,7 @@ class AolClient {
        input_ = 0;
   std::size_t lines_ = 0;
   std::string typeahead_;
+  std::set<std::string> full_rooms_;
 };
 
 }  // namespace v2::aolsim

@@ -26,6 +26,9 @@ class SimWindowHost : public WindowHost {
   void EraseFront(Hwnd h, std::size_t count) override {
     windows_.EraseFront(h, count);
   }
+  std::vector<Hwnd> Children(Hwnd parent) override {
+    return windows_.Children(parent);
+  }
   void After(int ms, std::function<void()> work) override;
 
  private:

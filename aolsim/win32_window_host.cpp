@@ -40,8 +40,7 @@ Hwnd FromHwnd(HWND h) {
 
 // Classes the system already has; the client's own are registered here.
 bool SystemClass(const std::string& cls) {
-  static const std::set<std::string> kSystem = {"Button", "Static", "#32770",
-                                                "Edit"};
+  static const std::set<std::string> kSystem = {"Button", "Static", "#32770"};
   return kSystem.count(cls) != 0;
 }
 
@@ -104,7 +103,12 @@ Placement Place(HWND parent, Win32WindowHost::Window* p,
   const int width = std::max<int>(r.right - 16, 60);
   DWORD child = WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS;
   int n = p ? p->children++ : 0;
-  if (cls == "MDIClient") return {child, 0, 0, r.right, r.bottom};
+  constexpr int kBar = 32;  // the toolbar's height
+  if (cls == "AOL Toolbar") return {child, 0, 0, r.right, kBar};
+  if (cls == "_AOL_Toolbar") return {child, 0, 0, r.right, r.bottom};
+  if (cls == "_AOL_Combobox") return {child, 8, 4, 320, 24};
+  if (cls == "Edit") return {child, 0, 0, r.right, r.bottom};
+  if (cls == "MDIClient") return {child, 0, kBar, r.right, r.bottom - kBar};
   if (cls == "AOL Child") {
     return {child | WS_CAPTION | WS_THICKFRAME | WS_CLIPCHILDREN,
             8 + (n % 2) * 432, 8 + (n / 2 % 2) * 316, 424, 308};
@@ -213,7 +217,7 @@ LRESULT CALLBACK HostAccess::Proc(HWND hwnd, UINT msg, WPARAM w, LPARAM l) {
       if (win->cls == "AOL Frame25") {
         // The MDI area fills the frame.
         HWND mdi = FindWindowExA(hwnd, nullptr, "MDIClient", nullptr);
-        if (mdi) MoveWindow(mdi, 0, 0, LOWORD(l), HIWORD(l), TRUE);
+        if (mdi) MoveWindow(mdi, 0, 32, LOWORD(l), HIWORD(l) - 32, TRUE);
       }
       break;
     case WM_NCDESTROY:
@@ -323,6 +327,16 @@ void Win32WindowHost::EraseFront(Hwnd h, std::size_t count) {
   if (!win) return;
   win->text.erase(0, std::min(count, win->text.size()));
   Changed(h);
+}
+
+std::vector<Hwnd> Win32WindowHost::Children(Hwnd parent) {
+  std::vector<Hwnd> out;
+  if (!Find(parent)) return out;
+  for (HWND h = GetWindow(ToHwnd(parent), GW_CHILD); h;
+       h = GetWindow(h, GW_HWNDNEXT)) {
+    out.push_back(FromHwnd(h));
+  }
+  return out;
 }
 
 void Win32WindowHost::After(int ms, std::function<void()> work) {

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <vector>
 
 #include "aolsim/window_host.h"
 
@@ -24,6 +25,7 @@ class Win32WindowHost : public WindowHost {
   void SetText(Hwnd h, std::string text) override;
   void AppendText(Hwnd h, std::string_view more) override;
   void EraseFront(Hwnd h, std::size_t count) override;
+  std::vector<Hwnd> Children(Hwnd parent) override;
   void After(int ms, std::function<void()> work) override;
 
   // Milliseconds on the system's tick counter at the last message from

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/types.h"
 
@@ -26,6 +27,8 @@ class WindowHost {
   virtual void SetText(Hwnd h, std::string text) = 0;
   virtual void AppendText(Hwnd h, std::string_view more) = 0;
   virtual void EraseFront(Hwnd h, std::size_t count) = 0;
+  // The direct children of a window, in sibling order.
+  virtual std::vector<Hwnd> Children(Hwnd parent) = 0;
   // Runs work after ms on the shared clock.
   virtual void After(int ms, std::function<void()> work) = 0;
 };

@@ -28,7 +28,9 @@ struct Options {
   std::string script;
   std::string screen_name = "Member";
   std::string program;  // the driving program's window class
-  int settle_ms = 700;  // quiet time that counts as "the program is done"
+  // Quiet time that counts as "the program is done": longer than the
+  // program's own waits within one command (a second, after `pr`).
+  int settle_ms = 1500;
 };
 
 void Print(const std::string& text) {
@@ -89,14 +91,16 @@ int Play(v2::aolsim::AolClient& client, v2::aolsim::Win32WindowHost& host,
         std::cerr << "aolhost: line " << number
                   << ": the program's windows are not the client's\n";
         return 2;
-      case Kind::kShow:
-        if (c.object != "input") {
+      case Kind::kShow: {
+        std::string value;
+        if (!v2::ShowOfClient(client, c.object, value)) {
           std::cerr << "aolhost: line " << number << ": " << c.object
                     << " belongs to the program, which the client cannot see\n";
           return 2;
         }
-        Print("[input] " + client.InputText());
+        Print("[" + c.object + "] " + value);
         break;
+      }
     }
     Settle(host, settle_ms);
   }
@@ -144,6 +148,7 @@ int main(int argc, char** argv) {
   v2::aolsim::Win32WindowHost host;
   v2::aolsim::AolClient client(host, options.screen_name);
   client.on_line = Print;
+  client.on_event = Print;
   client.Start();
 
   if (!options.program.empty()) {

@@ -86,6 +86,7 @@ Runner::Runner(const RunnerOptions& options, std::ostream& out,
       client_(host_, options.screen_name),
       program_(platform_) {
   client_.on_line = [this](const std::string& line) { Print(line); };
+  client_.on_event = [this](const std::string& event) { Print(event); };
   client_.Start();
   program_.Start();
   loop_.RunUntilIdle();
@@ -116,9 +117,8 @@ Runner::Outcome Runner::Run(const std::string& raw) {
       break;
     case ScriptCommand::Kind::kShow: {
       std::string value;
-      if (command.object == "input") {
-        value = client_.InputText();
-      } else if (!program_.Show(command.object, value)) {
+      if (!ShowOfClient(client_, command.object, value) &&
+          !program_.Show(command.object, value)) {
         return Outcome::kNotUnderstood;
       }
       Print("[" + command.object + "] " + value);

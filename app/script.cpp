@@ -42,6 +42,8 @@ ScriptCommand ParseScriptLine(const std::string& utf8_line) {
   std::string rest;
   if (Take(line, "say", rest) || Take(line, "type", rest) ||
       Take(line, "typeahead", rest) || line == "close welcome" ||
+      ((Take(line, "roomfull", rest) || Take(line, "roomfree", rest)) &&
+       !rest.empty() && rest.find(' ') == std::string::npos) ||
       line == "open welcome" || line == "close client" ||
       line == "open client") {
     c.kind = ScriptCommand::Kind::kClient;
@@ -73,9 +75,9 @@ ScriptCommand ParseScriptLine(const std::string& utf8_line) {
     c.kind = ScriptCommand::Kind::kShow;
     c.object = rest;
   } else {
-    static const char* const kLater[] = {
-        "answer", "answer-cancel", "im",       "person", "roomfull", "roomfree",
-        "menu",   "tray",          "download", "upload", "end"};
+    static const char* const kLater[] = {"answer",   "answer-cancel", "im",
+                                         "person",   "menu",          "tray",
+                                         "download", "upload",        "end"};
     std::string word = line.substr(0, line.find(' '));
     c.kind = ScriptCommand::Kind::kNotUnderstood;
     for (const char* later : kLater) {
@@ -83,6 +85,23 @@ ScriptCommand ParseScriptLine(const std::string& utf8_line) {
     }
   }
   return c;
+}
+
+bool ShowOfClient(aolsim::AolClient& client, const std::string& object,
+                  std::string& value) {
+  if (object == "input") {
+    value = client.InputText();
+  } else if (object == "room") {
+    value = client.RoomName();
+  } else if (object == "windows") {
+    value.clear();
+    for (const std::string& title : client.WindowTitles()) {
+      value += (value.empty() ? "\"" : " \"") + title + "\"";
+    }
+  } else {
+    return false;
+  }
+  return true;
 }
 
 void PlayOnClient(aolsim::AolClient& client, const ScriptCommand& command) {
@@ -103,6 +122,10 @@ void PlayOnClient(aolsim::AolClient& client, const ScriptCommand& command) {
     client.CloseWelcome();
   } else if (line == "open welcome") {
     client.OpenWelcome();
+  } else if (Take(line, "roomfull", rest)) {
+    client.SetRoomFull(rest, true);
+  } else if (Take(line, "roomfree", rest)) {
+    client.SetRoomFull(rest, false);
   } else if (line == "close client") {
     client.Quit();
   } else if (line == "open client") {

@@ -30,6 +30,11 @@ inline constexpr double kMaxWaitSeconds = 1e9;
 // One line of a script (UTF-8).
 ScriptCommand ParseScriptLine(const std::string& utf8_line);
 
+// What `show` tells of the client: input, room, windows; false for
+// anything else.
+bool ShowOfClient(aolsim::AolClient& client, const std::string& object,
+                  std::string& value);
+
 // Plays a kClient command on the client: say, type, typeahead, other, and
 // the client's windows opening and closing.
 void PlayOnClient(aolsim::AolClient& client, const ScriptCommand& command);

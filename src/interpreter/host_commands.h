@@ -9,5 +9,9 @@ class Program;
 
 // `handle`: the member's handle becomes the argument, the empty text too.
 void SetHandle(Program& prog, const std::string& CommandArg);
+// `pr`: into a private room, and whether the client let the member in.
+void PrivateRoom(Program& prog, const std::string& CommandArg);
+// `kw`: the client runs a keyword or address.
+void Keyword(Program& prog, const std::string& CommandArg);
 
 }  // namespace v2
