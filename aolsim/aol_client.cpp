@@ -9,6 +9,7 @@ namespace {
 
 constexpr const char* kPrivateRoom = "aol://2719:2-2-";
 constexpr const char* kJapanRoom = "aol://2719:73-2-";
+constexpr int kRefusalMs = 300;
 
 bool StartsWith(const std::string& s, const char* prefix) {
   return s.rfind(prefix, 0) == 0;
@@ -78,7 +79,10 @@ void AolClient::RunAddress(const std::string& address) {
     return;  // other keywords open windows this client does not have
   }
   if (room.empty() || full_rooms_.count(room)) {
-    ShowDialog("The room you requested is full or unavailable.");
+    // The refusal comes back from the host a moment later.
+    host_.After(kRefusalMs, [this] {
+      ShowDialog("The room you requested is full or unavailable.");
+    });
     return;
   }
   // The member is in one room at a time.
