@@ -9,7 +9,9 @@ namespace {
 
 constexpr const char* kPrivateRoom = "aol://2719:2-2-";
 constexpr const char* kJapanRoom = "aol://2719:73-2-";
+constexpr const char* kNewIm = "aol://9293:";
 constexpr int kRefusalMs = 300;
+constexpr int kAnswerMs = 300;
 
 bool StartsWith(const std::string& s, const char* prefix) {
   return s.rfind(prefix, 0) == 0;
@@ -32,11 +34,7 @@ void AolClient::Start() {
   OpenWelcome();
 
   // An IM window has everything of a room but the people list.
-  Hwnd im = host_.Create(mdi_, "AOL Child", "Instant Message From: Guide");
-  host_.Create(im, "RICHCNTL", "");
-  host_.Create(im, "RICHCNTL", "");
-  host_.Create(im, "_AOL_Icon", "");
-  host_.Create(im, "_AOL_Static", "");
+  OpenImFrom("Guide");
 
   OpenRoom("Lobby 1");
 }
@@ -68,8 +66,108 @@ std::optional<LResult> AolClient::OnKeyword(Hwnd h, std::uint32_t msg,
   return 0;
 }
 
+void AolClient::AddIcons(Hwnd parent, std::function<void()> ninth,
+                         std::function<void()> tenth) {
+  for (int i = 1; i <= 10; ++i) {
+    std::function<void()> work = i == 9 ? ninth : i == 10 ? tenth : nullptr;
+    if (!work) {
+      host_.Create(parent, "_AOL_Icon", "");
+      continue;
+    }
+    host_.Create(parent, "_AOL_Icon", "",
+                 [work](Hwnd, std::uint32_t msg, WParam,
+                        LParam) -> std::optional<LResult> {
+                   if (msg == kWmLButtonUp) work();
+                   return std::nullopt;
+                 });
+  }
+}
+
+void AolClient::OpenNewIm(const std::string& to) {
+  if (!host_.Exists(mdi_)) return;
+  Hwnd im = host_.Create(mdi_, "AOL Child", "Send Instant Message");
+  Hwnd box = host_.Create(im, "RICHCNTL", "");
+  host_.Create(im, "_AOL_Static", "To: " + to);
+  AddIcons(
+      im, [this, im, box, to] { SendNewIm(im, box, to); },
+      [this, to] { AnswerAvailability(to); });
+}
+
+void AolClient::SendNewIm(Hwnd im, Hwnd box, const std::string& to) {
+  if (!host_.Exists(im)) return;
+  const std::string text(host_.Text(box));
+  // Two reserved names are orders to the client itself.
+  if (to == "$IM_OFF" || to == "$IM_ON") {
+    ims_on_ = to == "$IM_ON";
+    Event(ims_on_ ? "[ims] on" : "[ims] off");
+    ShowDialog(ims_on_ ? "You are now accepting Instant Messages."
+                       : "You are now ignoring Instant Messages.");
+    return;
+  }
+  auto it = people_.find(to);
+  Reach reach = it == people_.end() ? Reach::kOnline : it->second;
+  if (reach == Reach::kOffline) {
+    ShowDialog(to + " is not currently signed on.");
+  } else if (reach == Reach::kNoIms) {
+    ShowDialog(to + " cannot currently receive Instant Messages.");
+  } else {
+    Event("[im to " + to + "] " + text);
+    host_.Destroy(im);
+  }
+}
+
+void AolClient::AnswerAvailability(const std::string& to) {
+  auto it = people_.find(to);
+  Reach reach = it == people_.end() ? Reach::kOnline : it->second;
+  std::string answer =
+      reach == Reach::kOnline
+          ? to + " is online and able to receive Instant Messages."
+      : reach == Reach::kNoIms
+          ? to + " is online but not accepting Instant Messages."
+          : to + " is not currently signed on.";
+  // The host's answer comes a moment later.
+  host_.After(kAnswerMs, [this, answer] { ShowDialog(answer); });
+}
+
+Hwnd AolClient::OpenImFrom(const std::string& name) {
+  const std::string title = "Instant Message From: " + name;
+  for (Hwnd h : host_.Children(mdi_)) {
+    if (host_.Text(h) == title) return h;
+  }
+  Hwnd im = host_.Create(mdi_, "AOL Child", title);
+  Hwnd talk = host_.Create(im, "RICHCNTL", "");
+  Hwnd reply = host_.Create(im, "RICHCNTL", "");
+  AddIcons(
+      im,
+      [this, talk, reply, name] {
+        const std::string text(host_.Text(reply));
+        if (text.empty()) return;
+        Event("[im to " + name + "] " + text);
+        host_.AppendText(talk, "\r" + name_ + ":\t" + text);
+        host_.SetText(reply, "");
+      },
+      nullptr);
+  host_.Create(im, "_AOL_Static", "");
+  return im;
+}
+
+void AolClient::ReceiveIm(const std::string& name, const std::string& text) {
+  if (!ims_on_ || !host_.Exists(mdi_)) return;
+  Hwnd im = OpenImFrom(name);
+  Hwnd talk = host_.Children(im).empty() ? 0 : host_.Children(im).front();
+  if (talk) host_.AppendText(talk, "\r" + name + ":\t" + text);
+}
+
+void AolClient::SetPerson(const std::string& name, Reach reach) {
+  people_[name] = reach;
+}
+
 void AolClient::RunAddress(const std::string& address) {
   Event("[keyword] " + address);
+  if (StartsWith(address, kNewIm)) {
+    OpenNewIm(address.substr(std::string(kNewIm).size()));
+    return;
+  }
   std::string room;
   if (StartsWith(address, kPrivateRoom)) {
     room = address.substr(std::string(kPrivateRoom).size());

@@ -4,6 +4,7 @@
 // reacts to the messages the real client takes and knows nothing of the
 // program that drives it.
 #include <functional>
+#include <map>
 #include <set>
 #include <string>
 #include <vector>
@@ -34,6 +35,14 @@ class AolClient {
   // The "America Online" dialog with an OK button and its texts.
   void ShowDialog(const std::string& message);
 
+  // NAME sends the member an instant message: a window opens for it, or the
+  // one from NAME takes it, unless the member's IMs are off.
+  void ReceiveIm(const std::string& name, const std::string& text);
+  // How NAME answers an IM or an availability check.
+  enum class Reach { kOnline, kNoIms, kOffline };
+  void SetPerson(const std::string& name, Reach reach);
+  bool ImsOn() const { return ims_on_; }
+
   // A room that refuses entry (with the dialog) until it is freed.
   void SetRoomFull(const std::string& name, bool full);
   // The open room's name, "" when none is open.
@@ -48,7 +57,7 @@ class AolClient {
   // Called with every line the room shows, without its leading CR.
   std::function<void(const std::string&)> on_line;
   // Called with what else the client does that a person would see:
-  // "[keyword] TEXT", "[room] NAME".
+  // "[keyword] TEXT", "[room] NAME", "[im to NAME] TEXT", "[ims] off".
   std::function<void(const std::string&)> on_event;
   // The room keeps at most this many lines; beyond it the oldest tenth goes.
   std::size_t max_lines = 2000;
@@ -64,6 +73,13 @@ class AolClient {
   std::optional<LResult> OnKeyword(Hwnd h, std::uint32_t msg, WParam w);
   void RunAddress(const std::string& address);
   void OpenRoom(const std::string& name);
+  void OpenNewIm(const std::string& to);
+  void SendNewIm(Hwnd im, Hwnd box, const std::string& to);
+  void AnswerAvailability(const std::string& to);
+  Hwnd OpenImFrom(const std::string& name);
+  // Ten icons; the 9th does send, the 10th (if given) its own work.
+  void AddIcons(Hwnd parent, std::function<void()> ninth,
+                std::function<void()> tenth);
   void Event(const std::string& text);
   void Append(const std::string& name, const std::string& text);
   void Trim();
@@ -75,6 +91,8 @@ class AolClient {
   std::size_t lines_ = 0;
   std::string typeahead_;
   std::set<std::string> full_rooms_;
+  std::map<std::string, Reach> people_;
+  bool ims_on_ = true;
 };
 
 }  // namespace v2::aolsim

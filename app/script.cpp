@@ -47,10 +47,19 @@ ScriptCommand ParseScriptLine(const std::string& utf8_line) {
       line == "open welcome" || line == "close client" ||
       line == "open client") {
     c.kind = ScriptCommand::Kind::kClient;
-  } else if (Take(line, "other", rest)) {
+  } else if (Take(line, "other", rest) || Take(line, "im", rest)) {
     c.kind = rest.empty() || rest[0] == ' '
                  ? ScriptCommand::Kind::kNotUnderstood
                  : ScriptCommand::Kind::kClient;
+  } else if (Take(line, "person", rest)) {
+    auto blank = rest.find(' ');
+    std::string state =
+        blank == std::string::npos ? "" : rest.substr(blank + 1);
+    c.kind =
+        blank != 0 && blank != std::string::npos &&
+                (state == "offline" || state == "noims" || state == "online")
+            ? ScriptCommand::Kind::kClient
+            : ScriptCommand::Kind::kNotUnderstood;
   } else if (Take(line, "wait", rest)) {
     c.kind = ParseSeconds(rest, c.seconds)
                  ? ScriptCommand::Kind::kWait
@@ -91,6 +100,8 @@ bool ShowOfClient(aolsim::AolClient& client, const std::string& object,
                   std::string& value) {
   if (object == "input") {
     value = client.InputText();
+  } else if (object == "ims") {
+    value = client.ImsOn() ? "on" : "off";
   } else if (object == "room") {
     value = client.RoomName();
   } else if (object == "windows") {
@@ -122,6 +133,17 @@ void PlayOnClient(aolsim::AolClient& client, const ScriptCommand& command) {
     client.CloseWelcome();
   } else if (line == "open welcome") {
     client.OpenWelcome();
+  } else if (Take(line, "im", rest)) {
+    auto blank = rest.find(' ');
+    client.ReceiveIm(rest.substr(0, blank),
+                     blank == std::string::npos ? "" : rest.substr(blank + 1));
+  } else if (Take(line, "person", rest)) {
+    auto blank = rest.find(' ');
+    const std::string state = rest.substr(blank + 1);
+    client.SetPerson(rest.substr(0, blank),
+                     state == "offline" ? aolsim::AolClient::Reach::kOffline
+                     : state == "noims" ? aolsim::AolClient::Reach::kNoIms
+                                        : aolsim::AolClient::Reach::kOnline);
   } else if (Take(line, "roomfull", rest)) {
     client.SetRoomFull(rest, true);
   } else if (Take(line, "roomfree", rest)) {

@@ -10,8 +10,8 @@ const std::array<CommandRow, kCommandCount>& CommandTable() {
   using R = ArgRule;
   // clang-format off
   static const std::array<CommandRow, kCommandCount> kTable = {{
-      {"ioff", 6, R::kNone, nullptr},
-      {"ion", 5, R::kNone, nullptr},
+      {"ioff", 6, R::kNone, ImsOffCommand},
+      {"ion", 5, R::kNone, ImsOnCommand},
       {"ghoston", 9, R::kNone, nullptr},
       {"ghostoff", 10, R::kNone, nullptr},
       {"hwelc", 7, R::kNone, nullptr},
@@ -35,7 +35,7 @@ const std::array<CommandRow, kCommandCount>& CommandTable() {
       {"boot", 6, R::kNone, nullptr},
       {"kw", 4, R::kNeeded, Keyword},
       {"web", 5, R::kNeeded, nullptr},
-      {"ck", 4, R::kNeeded, nullptr},
+      {"ck", 4, R::kNeeded, CheckImCommand},
       {"time", 6, R::kNone, nullptr},
       {"charmap", 8, R::kNone, nullptr},
       {"date", 6, R::kNone, PostDate},
@@ -55,7 +55,7 @@ const std::array<CommandRow, kCommandCount>& CommandTable() {
       {"rep", 5, R::kOnOff, nullptr},
       {"ord", 5, R::kOnOff, nullptr},
       {"ref", 5, R::kNone, nullptr},
-      {"im", 4, R::kFree, nullptr},
+      {"im", 4, R::kFree, SendImCommand},
       {"adv", 5, R::kNone, nullptr},
       {"sinfo", 7, R::kNone, nullptr},
       {"length", 8, R::kNone, nullptr},

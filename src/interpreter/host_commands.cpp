@@ -2,6 +2,7 @@
 
 #include "config/settings.h"
 #include "host/host_windows.h"
+#include "host/instant_messages.h"
 #include "host/keywords.h"
 #include "interpreter/styled_line.h"
 #include "platform/text.h"
@@ -39,6 +40,46 @@ void Keyword(Program& prog, const std::string& CommandArg) {
            StyledLine(prog.form4, Pair::kMain,
                       "opening keyword: <u>" + LCase(CommandArg) + "</u>"));
   RunKeyword(prog.platform, CommandArg);
+}
+
+namespace {
+
+void Reply(Program& prog, const std::string& middle) {
+  ChatSend(prog.platform, StyledLine(prog.form4, Pair::kMain, middle));
+}
+
+}  // namespace
+
+void ImsOffCommand(Program& prog, const std::string&) {
+  IMsOff(prog.platform);
+  Reply(prog, "inst msg's off");
+}
+
+void ImsOnCommand(Program& prog, const std::string&) {
+  IMsOn(prog.platform);
+  Reply(prog, "inst msg's on");
+}
+
+void CheckImCommand(Program& prog, const std::string& CommandArg) {
+  if (CheckIM(prog.platform, CommandArg) == kVbTrue) {
+    Reply(prog, "<u>" + CommandArg + "</u> has ims on");
+    return;
+  }
+  // A second exchange with the client before saying no.
+  if (CheckIM(prog.platform, CommandArg) == kVbFalse) {
+    Reply(prog, "<u>" + CommandArg + "</u> has ims off");
+  }
+}
+
+void SendImCommand(Program& prog, const std::string& CommandArg) {
+  auto comma = CommandArg.find(',');
+  if (comma == std::string::npos) return;
+  Form1& f = prog.form1;
+  f.IMTarget = CommandArg.substr(0, comma);
+  f.IMBody = CommandArg.substr(comma + 1);
+  if (f.IMBody.empty()) return;
+  SendIM(prog.platform, f.IMTarget, f.IMBody);
+  Reply(prog, "inst msg sent to <u>" + f.IMTarget + "</u>");
 }
 
 }  // namespace v2

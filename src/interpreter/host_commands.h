@@ -11,6 +11,13 @@ class Program;
 void SetHandle(Program& prog, const std::string& CommandArg);
 // `pr`: into a private room, and whether the client let the member in.
 void PrivateRoom(Program& prog, const std::string& CommandArg);
+// `ioff`, `ion`: the member's incoming IMs off and on.
+void ImsOffCommand(Program& prog, const std::string& CommandArg);
+void ImsOnCommand(Program& prog, const std::string& CommandArg);
+// `ck`: whether a member can receive IMs.
+void CheckImCommand(Program& prog, const std::string& CommandArg);
+// `im`: "name,message" sends an IM.
+void SendImCommand(Program& prog, const std::string& CommandArg);
 // `kw`: the client runs a keyword or address.
 void Keyword(Program& prog, const std::string& CommandArg);
 

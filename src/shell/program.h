@@ -17,6 +17,8 @@ struct Form1 {
   explicit Form1(Platform& p);
   ChatScanner Chat1;
   ChatScanner Chat2;
+  // The name and the message of the last `im` line that had a comma.
+  std::string IMTarget, IMBody;
 };
 
 // Hidden: the board of small values (Text5 is the member's handle) and the
