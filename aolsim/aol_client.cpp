@@ -158,6 +158,64 @@ void AolClient::ReceiveIm(const std::string& name, const std::string& text) {
   if (talk) host_.AppendText(talk, "\r" + name + ":\t" + text);
 }
 
+void AolClient::OpenBuddyList() {
+  if (!host_.Exists(mdi_)) return;
+  const std::string title = name_ + "'s Buddy List";
+  for (Hwnd h : host_.Children(mdi_)) {
+    if (host_.Text(h) == title) return;
+  }
+  Hwnd list = host_.Create(mdi_, "AOL Child", title);
+  host_.Create(list, "_AOL_Tree", "");
+  // The 5th icon opens the privacy preferences.
+  for (int i = 1; i <= 6; ++i) {
+    if (i != 5) {
+      host_.Create(list, "_AOL_Icon", "");
+      continue;
+    }
+    host_.Create(list, "_AOL_Icon", "",
+                 [this](Hwnd, std::uint32_t msg, WParam,
+                        LParam) -> std::optional<LResult> {
+                   if (msg == kWmLButtonUp) OpenPrivacy();
+                   return std::nullopt;
+                 });
+  }
+}
+
+void AolClient::OpenPrivacy() {
+  if (!host_.Exists(mdi_)) return;
+  for (Hwnd h : host_.Children(mdi_)) {
+    if (host_.Text(h) == "Privacy Preferences") return;
+  }
+  Hwnd prefs = host_.Create(mdi_, "AOL Child", "Privacy Preferences");
+  // Five boxes, one choice: from everyone sees the member (1st) to nobody
+  // does (5th). Setting one clears the others.
+  for (int i = 1; i <= 5; ++i) {
+    host_.Create(prefs, "_AOL_Checkbox", "",
+                 [this, i](Hwnd, std::uint32_t msg, WParam w,
+                           LParam) -> std::optional<LResult> {
+                   if (msg == kBmSetCheck && w != 0) privacy_choice_ = i;
+                   return msg == kBmSetCheck ? std::optional<LResult>(0)
+                                             : std::nullopt;
+                 });
+  }
+  // The 4th icon saves, and the client confirms with its dialog.
+  for (int i = 1; i <= 4; ++i) {
+    if (i != 4) {
+      host_.Create(prefs, "_AOL_Icon", "");
+      continue;
+    }
+    host_.Create(prefs, "_AOL_Icon", "",
+                 [this](Hwnd, std::uint32_t msg, WParam,
+                        LParam) -> std::optional<LResult> {
+                   if (msg != kWmLButtonUp) return std::nullopt;
+                   ghosting_ = privacy_choice_ == 5;
+                   Event(ghosting_ ? "[ghosting] on" : "[ghosting] off");
+                   ShowDialog("Your preferences have been saved.");
+                   return std::nullopt;
+                 });
+  }
+}
+
 void AolClient::SetPerson(const std::string& name, Reach reach) {
   people_[name] = reach;
 }
@@ -166,6 +224,10 @@ void AolClient::RunAddress(const std::string& address) {
   Event("[keyword] " + address);
   if (StartsWith(address, kNewIm)) {
     OpenNewIm(address.substr(std::string(kNewIm).size()));
+    return;
+  }
+  if (address == "Buddy") {
+    OpenBuddyList();
     return;
   }
   std::string room;

@@ -42,6 +42,8 @@ class AolClient {
   enum class Reach { kOnline, kNoIms, kOffline };
   void SetPerson(const std::string& name, Reach reach);
   bool ImsOn() const { return ims_on_; }
+  // Whether the saved privacy choice hides the member (the 5th box).
+  bool Ghosting() const { return ghosting_; }
 
   // A room that refuses entry (with the dialog) until it is freed.
   void SetRoomFull(const std::string& name, bool full);
@@ -57,7 +59,8 @@ class AolClient {
   // Called with every line the room shows, without its leading CR.
   std::function<void(const std::string&)> on_line;
   // Called with what else the client does that a person would see:
-  // "[keyword] TEXT", "[room] NAME", "[im to NAME] TEXT", "[ims] off".
+  // "[keyword] TEXT", "[room] NAME", "[im to NAME] TEXT", "[ims] off",
+  // "[ghosting] on".
   std::function<void(const std::string&)> on_event;
   // The room keeps at most this many lines; beyond it the oldest tenth goes.
   std::size_t max_lines = 2000;
@@ -77,6 +80,8 @@ class AolClient {
   void SendNewIm(Hwnd im, Hwnd box, const std::string& to);
   void AnswerAvailability(const std::string& to);
   Hwnd OpenImFrom(const std::string& name);
+  void OpenBuddyList();
+  void OpenPrivacy();
   // Ten icons; the 9th does send, the 10th (if given) its own work.
   void AddIcons(Hwnd parent, std::function<void()> ninth,
                 std::function<void()> tenth);
@@ -93,6 +98,8 @@ class AolClient {
   std::set<std::string> full_rooms_;
   std::map<std::string, Reach> people_;
   bool ims_on_ = true;
+  bool ghosting_ = false;
+  int privacy_choice_ = 1;  // the box checked in the preferences window
 };
 
 }  // namespace v2::aolsim

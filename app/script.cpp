@@ -100,6 +100,8 @@ bool ShowOfClient(aolsim::AolClient& client, const std::string& object,
                   std::string& value) {
   if (object == "input") {
     value = client.InputText();
+  } else if (object == "ghosting") {
+    value = client.Ghosting() ? "on" : "off";
   } else if (object == "ims") {
     value = client.ImsOn() ? "on" : "off";
   } else if (object == "room") {

@@ -12,8 +12,8 @@ const std::array<CommandRow, kCommandCount>& CommandTable() {
   static const std::array<CommandRow, kCommandCount> kTable = {{
       {"ioff", 6, R::kNone, ImsOffCommand},
       {"ion", 5, R::kNone, ImsOnCommand},
-      {"ghoston", 9, R::kNone, nullptr},
-      {"ghostoff", 10, R::kNone, nullptr},
+      {"ghoston", 9, R::kNone, GhostOnCommand},
+      {"ghostoff", 10, R::kNone, GhostOffCommand},
       {"hwelc", 7, R::kNone, nullptr},
       {"swelc", 7, R::kNone, nullptr},
       {"idleon", 8, R::kNone, nullptr},

@@ -1,6 +1,7 @@
 #include "interpreter/host_commands.h"
 
 #include "config/settings.h"
+#include "host/ghosting.h"
 #include "host/host_windows.h"
 #include "host/instant_messages.h"
 #include "host/keywords.h"
@@ -58,6 +59,16 @@ void ImsOffCommand(Program& prog, const std::string&) {
 void ImsOnCommand(Program& prog, const std::string&) {
   IMsOn(prog.platform);
   Reply(prog, "inst msg's on");
+}
+
+void GhostOnCommand(Program& prog, const std::string&) {
+  GhostOn(prog.platform);
+  Reply(prog, "ghosting on");
+}
+
+void GhostOffCommand(Program& prog, const std::string&) {
+  GhostOff(prog.platform);
+  Reply(prog, "ghosting off");
 }
 
 void CheckImCommand(Program& prog, const std::string& CommandArg) {

@@ -14,6 +14,9 @@ void PrivateRoom(Program& prog, const std::string& CommandArg);
 // `ioff`, `ion`: the member's incoming IMs off and on.
 void ImsOffCommand(Program& prog, const std::string& CommandArg);
 void ImsOnCommand(Program& prog, const std::string& CommandArg);
+// `ghoston`, `ghostoff`: the client's privacy choice.
+void GhostOnCommand(Program& prog, const std::string& CommandArg);
+void GhostOffCommand(Program& prog, const std::string& CommandArg);
 // `ck`: whether a member can receive IMs.
 void CheckImCommand(Program& prog, const std::string& CommandArg);
 // `im`: "name,message" sends an IM.
