@@ -44,6 +44,8 @@ class AolClient {
   bool ImsOn() const { return ims_on_; }
   // Whether the saved privacy choice hides the member (the 5th box).
   bool Ghosting() const { return ghosting_; }
+  // The box checked in the privacy window now, 1 to 5.
+  int PrivacyChoice() const { return privacy_choice_; }
 
   // A room that refuses entry (with the dialog) until it is freed.
   void SetRoomFull(const std::string& name, bool full);

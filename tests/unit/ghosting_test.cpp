@@ -41,9 +41,11 @@ TEST(Ghosting, EitherBuddyListShapeIsUsedAndClosed) {
   EXPECT_EQ(Child(w, "Member's Buddy Lists"), 0u);
   EXPECT_NE(Child(w, "Privacy Preferences"), 0u);  // left open
 
+  EXPECT_EQ(w.client.PrivacyChoice(), 5);
   GhostOff(w.platform);
   w.loop.RunUntilIdle();
   EXPECT_FALSE(w.client.Ghosting());
+  EXPECT_EQ(w.client.PrivacyChoice(), 1);
   EXPECT_EQ(w.windows.FindWindowA("#32770", "America Online"), 0u);
 }
 
