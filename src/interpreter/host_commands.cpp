@@ -10,13 +10,20 @@
 #include "shell/program.h"
 
 namespace v2 {
+namespace {
+
+// A reply in the room, in the main pair.
+void Reply(Program& prog, const std::string& middle) {
+  ChatSend(prog.platform, StyledLine(prog.form4, Pair::kMain, middle));
+}
+
+}  // namespace
 
 void SetHandle(Program& prog, const std::string& CommandArg) {
   prog.form2.Text5.Text.Set(CommandArg);
   SaveSetting(prog.platform, "handle", prog.form2.Text5.Text.Get());
   prog.form2.user.Caption = "user [" + prog.form2.Text5.Text.Get() + "]";
-  ChatSend(prog.platform, StyledLine(prog.form4, Pair::kMain,
-                                     "handle now '" + CommandArg + "'"));
+  Reply(prog, "handle now '" + CommandArg + "'");
 }
 
 void PrivateRoom(Program& prog, const std::string& CommandArg) {
@@ -37,19 +44,9 @@ void PrivateRoom(Program& prog, const std::string& CommandArg) {
 }
 
 void Keyword(Program& prog, const std::string& CommandArg) {
-  ChatSend(prog.platform,
-           StyledLine(prog.form4, Pair::kMain,
-                      "opening keyword: <u>" + LCase(CommandArg) + "</u>"));
+  Reply(prog, "opening keyword: <u>" + LCase(CommandArg) + "</u>");
   RunKeyword(prog.platform, CommandArg);
 }
-
-namespace {
-
-void Reply(Program& prog, const std::string& middle) {
-  ChatSend(prog.platform, StyledLine(prog.form4, Pair::kMain, middle));
-}
-
-}  // namespace
 
 void ImsOffCommand(Program& prog, const std::string&) {
   IMsOff(prog.platform);

@@ -39,6 +39,7 @@ inline constexpr Hwnd kHwndTopmost = 0xFFFFFFFF;    // -1
 inline constexpr Hwnd kHwndNoTopmost = 0xFFFFFFFE;  // -2
 inline constexpr std::uint32_t kSwpNoSize = 1;
 inline constexpr std::uint32_t kSwpNoMove = 2;
+inline constexpr std::uint32_t kSwpNoZOrder = 4;
 // GetMenuStringA: the item by its position rather than its command number.
 inline constexpr std::uint32_t kMfByPosition = 0x400;
 

@@ -7,7 +7,7 @@ Hwnd SimUi::CreateForm(const std::string& title, int width_twips,
   Hwnd h = windows_.Create(0, "vantrel2 form", title, {}, false);
   const int px = static_cast<int>(SimScreen().TwipsPerPixelX);
   windows_.SetWindowPos(h, 0, 0, 0, width_twips / px, height_twips / px,
-                        kSwpNoMove | 4 /* no z-order */);
+                        kSwpNoMove | kSwpNoZOrder);
   return h;
 }
 

@@ -219,11 +219,10 @@ bool SimWindows::IsWindow(Hwnd h) { return Find(h) != nullptr; }
 
 bool SimWindows::SetWindowPos(Hwnd h, Hwnd after, int x, int y, int cx, int cy,
                               std::uint32_t flags) {
-  constexpr std::uint32_t kNoZOrder = 4;
   constexpr Hwnd kTop = 0, kBottom = 1;
   Node* n = Find(h);
   if (!n) return false;
-  if (!(flags & kNoZOrder) && after != kTop && after != kBottom &&
+  if (!(flags & kSwpNoZOrder) && after != kTop && after != kBottom &&
       after != kHwndTopmost && after != kHwndNoTopmost && !Find(after)) {
     return false;
   }
@@ -235,7 +234,7 @@ bool SimWindows::SetWindowPos(Hwnd h, Hwnd after, int x, int y, int cx, int cy,
     n->placement.cx = cx;
     n->placement.cy = cy;
   }
-  if (flags & kNoZOrder) return true;
+  if (flags & kSwpNoZOrder) return true;
   // The stacking order is the sibling order that lookups walk.
   auto& siblings = n->parent == 0 ? top_level_ : Find(n->parent)->children;
   if (after == kHwndNoTopmost) {
