@@ -13,6 +13,8 @@
 namespace v2 {
 namespace {
 
+constexpr std::int64_t kInteractiveTailMs = 2000;
+
 std::string DefaultUserStore() {
   const char* config = std::getenv("XDG_CONFIG_HOME");
   const char* home = std::getenv("HOME");
@@ -202,7 +204,9 @@ int Runner::RunInteractive() {
     loop_.RunUntilIdle();
     loop_.WaitUntil(loop_.clock().NowMs() + 1000);
   }
-  loop_.RunUntilIdle();
+  // Input piped in ends at once: the program still answers what came last,
+  // as it would for a person who stops typing.
+  loop_.RunFor(kInteractiveTailMs);
   return 0;
 }
 
