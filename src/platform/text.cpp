@@ -83,6 +83,30 @@ std::string Left(std::string_view s, int length) {
   return std::string(s.substr(0, static_cast<std::size_t>(length)));
 }
 
+bool IsNumeric(std::string_view s) {
+  auto blank = [](char c) { return c == ' ' || c == '\t'; };
+  auto digit = [](char c) { return c >= '0' && c <= '9'; };
+  std::size_t i = 0, end = s.size();
+  while (i < end && blank(s[i])) ++i;
+  while (end > i && blank(s[end - 1])) --end;
+  if (i < end && (s[i] == '+' || s[i] == '-')) ++i;
+  std::size_t digits = 0;
+  while (i < end && digit(s[i])) ++i, ++digits;
+  if (i < end && s[i] == '.') {
+    ++i;
+    while (i < end && digit(s[i])) ++i, ++digits;
+  }
+  if (digits == 0) return false;
+  if (i < end && (s[i] == 'e' || s[i] == 'E' || s[i] == 'd' || s[i] == 'D')) {
+    ++i;
+    if (i < end && (s[i] == '+' || s[i] == '-')) ++i;
+    std::size_t exponent = 0;
+    while (i < end && digit(s[i])) ++i, ++exponent;
+    if (exponent == 0) return false;
+  }
+  return i == end;
+}
+
 std::string Cp1252ToUtf8(std::string_view s) {
   std::string out;
   out.reserve(s.size());

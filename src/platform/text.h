@@ -15,6 +15,11 @@ int InStr(int start, std::string_view haystack, std::string_view needle);
 // length < 0 means to the end.
 std::string Mid(std::string_view s, int start, int length = -1);
 std::string Left(std::string_view s, int length);
+// Whether s reads as a number the way a classic BASIC's IsNumeric takes
+// it: blanks (spaces, tabs) around, a sign, digits with at most one decimal
+// point, and an exponent (E or D, with its own sign and digits). Empty or
+// blank text is no number.
+bool IsNumeric(std::string_view s);
 
 // Edges only: the terminal and test helpers.
 std::string Cp1252ToUtf8(std::string_view s);

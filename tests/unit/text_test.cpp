@@ -27,6 +27,17 @@ TEST(Text, PositionsAreOneBased) {
   EXPECT_EQ(Left("abc", 5), "abc");
 }
 
+TEST(Text, NumbersAsBasicReadsThem) {
+  for (const char* yes : {"12", " 12 ", "\t-3", "+0.5", "1.", ".5", "1e3",
+                          "2.5E-2", "1D2", "007"}) {
+    EXPECT_TRUE(IsNumeric(yes)) << yes;
+  }
+  for (const char* no : {"", "   ", ".", "-", "1.2.3", "1e", "e3", "12a", "1 2",
+                         "- 1", "minutes", "45%", "1e+"}) {
+    EXPECT_FALSE(IsNumeric(no)) << no;
+  }
+}
+
 TEST(Text, ConvertsAtTheEdges) {
   const std::string cp =
       "vantrel\xB2 lo\xE1"
