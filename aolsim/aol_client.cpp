@@ -275,9 +275,54 @@ std::vector<std::string> AolClient::WindowTitles() {
   return titles;
 }
 
+void AolClient::ShowTransfer(Hwnd& window, Hwnd parent, const std::string& cls,
+                             const std::string& verb, const std::string& name,
+                             int percent, int minutes) {
+  const std::string title = "File Transfer - " + std::to_string(percent) + "%";
+  const std::string now = "Now " + verb + " " + name;
+  const std::string left =
+      "About " + std::to_string(minutes) + " minutes remaining";
+  if (host_.Exists(window)) {
+    std::vector<Hwnd> statics = host_.Children(window);
+    host_.SetText(window, title);
+    if (statics.size() == 2) {
+      host_.SetText(statics[0], now);
+      host_.SetText(statics[1], left);
+    }
+    return;
+  }
+  window = host_.Create(parent, cls, title);
+  host_.Create(window, "_AOL_Static", now);
+  host_.Create(window, "_AOL_Static", left);
+}
+
+void AolClient::Download(const std::string& name, int percent, int minutes) {
+  // Transfers belong to a running client.
+  if (!host_.Exists(mdi_)) return;
+  ShowTransfer(download_, mdi_, "AOL Child", "Downloading", name, percent,
+               minutes);
+}
+
+void AolClient::Upload(const std::string& name, int percent, int minutes) {
+  if (!host_.Exists(frame_)) return;
+  ShowTransfer(upload_, 0, "_AOL_Modal", "Uploading", name, percent, minutes);
+}
+
+void AolClient::EndDownload() {
+  if (host_.Exists(download_)) host_.Destroy(download_);
+  download_ = 0;
+}
+
+void AolClient::EndUpload() {
+  if (host_.Exists(upload_)) host_.Destroy(upload_);
+  upload_ = 0;
+}
+
 void AolClient::Quit() {
+  // The upload window is top level and does not go with the frame.
+  EndUpload();
   host_.Destroy(frame_);
-  frame_ = mdi_ = welcome_ = room_ = transcript_ = input_ = 0;
+  frame_ = mdi_ = welcome_ = room_ = transcript_ = input_ = download_ = 0;
 }
 
 std::optional<LResult> AolClient::OnInput(Hwnd h, std::uint32_t msg, WParam w,

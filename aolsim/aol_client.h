@@ -1,6 +1,7 @@
 #pragma once
 // The simulated America Online client: the frame, its MDI area, the Welcome
-// window, a chat room and an IM window, and the "America Online" dialog. It
+// window, a chat room and an IM window, the "America Online" dialog, and the
+// status windows of a running file transfer. It
 // reacts to the messages the real client takes and knows nothing of the
 // program that drives it.
 #include <functional>
@@ -47,6 +48,15 @@ class AolClient {
   // The box checked in the privacy window now, 1 to 5.
   int PrivacyChoice() const { return privacy_choice_; }
 
+  // A file transfer under way: a download shows "File Transfer - P%" in the
+  // MDI area, an upload in a top-level _AOL_Modal; each holds two
+  // _AOL_Static, "Now Downloading NAME" (or "Now Uploading NAME") and
+  // "About M minutes remaining". A second call updates the open window.
+  void Download(const std::string& name, int percent, int minutes);
+  void Upload(const std::string& name, int percent, int minutes);
+  void EndDownload();
+  void EndUpload();
+
   // A room that refuses entry (with the dialog) until it is freed.
   void SetRoomFull(const std::string& name, bool full);
   // The open room's name, "" when none is open.
@@ -72,6 +82,8 @@ class AolClient {
   Hwnd transcript() const { return transcript_; }
   Hwnd input() const { return input_; }
   Hwnd welcome() const { return welcome_; }
+  Hwnd download() const { return download_; }
+  Hwnd upload() const { return upload_; }
 
  private:
   std::optional<LResult> OnInput(Hwnd h, std::uint32_t msg, WParam w, LParam l);
@@ -84,6 +96,10 @@ class AolClient {
   Hwnd OpenImFrom(const std::string& name);
   void OpenBuddyList();
   void OpenPrivacy();
+  // Opens the transfer window under parent (0: top level) or updates it.
+  void ShowTransfer(Hwnd& window, Hwnd parent, const std::string& cls,
+                    const std::string& verb, const std::string& name,
+                    int percent, int minutes);
   // Ten icons; the 9th does send, the 10th (if given) its own work.
   void AddIcons(Hwnd parent, std::function<void()> ninth,
                 std::function<void()> tenth);
@@ -95,6 +111,7 @@ class AolClient {
   std::string name_;
   Hwnd frame_ = 0, mdi_ = 0, welcome_ = 0, room_ = 0, transcript_ = 0,
        input_ = 0;
+  Hwnd download_ = 0, upload_ = 0;
   std::size_t lines_ = 0;
   std::string typeahead_;
   std::set<std::string> full_rooms_;

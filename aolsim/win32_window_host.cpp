@@ -96,6 +96,9 @@ Placement Place(HWND parent, Win32WindowHost::Window* p,
       return {WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_VISIBLE, 320, 260, 340,
               150};
     }
+    if (cls == "_AOL_Modal") {  // the upload's status window
+      return {WS_POPUP | WS_CAPTION | WS_VISIBLE, 280, 220, 400, 120};
+    }
     return {WS_OVERLAPPEDWINDOW | WS_VISIBLE, 20, 20, 900, 700};
   }
   RECT r{};

@@ -31,6 +31,28 @@ bool ParseSeconds(const std::string& text, double& seconds) {
   return end && *end == '\0';
 }
 
+// "NAME PERCENT MINUTES" of download and upload: NAME is all before the last
+// two words, blanks and all, and not empty; the numbers are digits only, and
+// short enough to be counts.
+bool TakeTransfer(const std::string& rest, std::string& name, int& percent,
+                  int& minutes) {
+  auto count = [](const std::string& word, int& n) {
+    if (word.empty() || word.size() > 9 ||
+        word.find_first_not_of("0123456789") != std::string::npos) {
+      return false;
+    }
+    n = std::atoi(word.c_str());
+    return true;
+  };
+  auto last = rest.rfind(' ');
+  if (last == std::string::npos || last == 0) return false;
+  auto middle = rest.rfind(' ', last - 1);
+  if (middle == std::string::npos || middle == 0) return false;
+  name = rest.substr(0, middle);
+  return count(rest.substr(middle + 1, last - middle - 1), percent) &&
+         count(rest.substr(last + 1), minutes);
+}
+
 }  // namespace
 
 ScriptCommand ParseScriptLine(const std::string& utf8_line) {
@@ -60,6 +82,14 @@ ScriptCommand ParseScriptLine(const std::string& utf8_line) {
                 (state == "offline" || state == "noims" || state == "online")
             ? ScriptCommand::Kind::kClient
             : ScriptCommand::Kind::kNotUnderstood;
+  } else if (Take(line, "download", rest) || Take(line, "upload", rest)) {
+    std::string name;
+    int percent = 0, minutes = 0;
+    c.kind = TakeTransfer(rest, name, percent, minutes)
+                 ? ScriptCommand::Kind::kClient
+                 : ScriptCommand::Kind::kNotUnderstood;
+  } else if (line == "end download" || line == "end upload") {
+    c.kind = ScriptCommand::Kind::kClient;
   } else if (Take(line, "wait", rest)) {
     c.kind = ParseSeconds(rest, c.seconds)
                  ? ScriptCommand::Kind::kWait
@@ -84,9 +114,8 @@ ScriptCommand ParseScriptLine(const std::string& utf8_line) {
     c.kind = ScriptCommand::Kind::kShow;
     c.object = rest;
   } else {
-    static const char* const kLater[] = {"answer",   "answer-cancel", "im",
-                                         "person",   "menu",          "tray",
-                                         "download", "upload",        "end"};
+    static const char* const kLater[] = {"answer", "answer-cancel", "im",
+                                         "person", "menu",          "tray"};
     std::string word = line.substr(0, line.find(' '));
     c.kind = ScriptCommand::Kind::kNotUnderstood;
     for (const char* later : kLater) {
@@ -150,6 +179,19 @@ void PlayOnClient(aolsim::AolClient& client, const ScriptCommand& command) {
     client.SetRoomFull(rest, true);
   } else if (Take(line, "roomfree", rest)) {
     client.SetRoomFull(rest, false);
+  } else if (Take(line, "download", rest) || Take(line, "upload", rest)) {
+    std::string name;
+    int percent = 0, minutes = 0;
+    if (!TakeTransfer(rest, name, percent, minutes)) return;
+    if (line[0] == 'd') {
+      client.Download(name, percent, minutes);
+    } else {
+      client.Upload(name, percent, minutes);
+    }
+  } else if (line == "end download") {
+    client.EndDownload();
+  } else if (line == "end upload") {
+    client.EndUpload();
   } else if (line == "close client") {
     client.Quit();
   } else if (line == "open client") {
