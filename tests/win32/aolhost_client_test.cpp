@@ -10,6 +10,7 @@
 #include "platform/platform.h"
 #include "platform/win32/win32_loop.h"
 #include "platform/win32/win32_windows.h"
+#include "transfers/transfer_monitors.h"
 
 namespace v2 {
 namespace {
@@ -63,6 +64,43 @@ TEST(AolHost, TheClientsWindowsAsTheHostLayerFindsThem) {
   EXPECT_EQ(GetUser(p), "Bob");
   ChatSend(p, "back");
   EXPECT_EQ(lines.back(), "Bob:\tback");
+}
+
+TEST(AolHost, TransferWindowsByClassAndTitle) {
+  aolsim::Win32WindowHost host;
+  aolsim::AolClient client(host, "Bob");
+  client.Start();
+  win32::Win32Windows w;
+  win32::Win32Loop loop;
+  Platform p{w, loop};
+
+  client.Download("My Song.MP3", 45, 12);
+  client.Upload("Pic One.JPG", 7, 3);
+  Hwnd down =
+      w.FindWindowExA(FindMdiClient(p), 0, "AOL Child", "File Transfer - 45%");
+  ASSERT_NE(down, 0u);
+  Hwnd up = w.FindWindowA("_AOL_Modal", "File Transfer - 7%");
+  ASSERT_NE(up, 0u);
+
+  // The monitors read the real windows as they read the simulated ones.
+  EXPECT_EQ(FindDownload(p), down);
+  EXPECT_EQ(DownloadName(p), "My Song.MP3");
+  EXPECT_EQ(DownloadMins(p), "12");
+  EXPECT_EQ(FindUpload(p), up);
+  EXPECT_EQ(UploadName(p), "Pic One.JPG");
+  EXPECT_EQ(UploadPercent(p), "7");
+  EXPECT_EQ(UploadMins(p), "3");
+
+  // Updated in place, then closed; quitting takes the upload along.
+  client.Download("My Song.MP3", 90, 1);
+  EXPECT_EQ(GetCaption(p, down), "File Transfer - 90%");
+  EXPECT_EQ(DownloadPercent(p), "90");
+  client.EndDownload();
+  EXPECT_FALSE(w.IsWindow(down));
+  EXPECT_EQ(FindDownload(p), 0u);
+  client.Quit();
+  EXPECT_FALSE(w.IsWindow(up));
+  EXPECT_EQ(FindUpload(p), 0u);
 }
 
 }  // namespace
