@@ -1,7 +1,9 @@
 // aolhost.exe: the simulated client with real windows, played by a scenario
 // script in real time. The room's transcript goes to standard output in the
 // scenario output form, so that a run under Windows or Wine can be compared
-// line for line with the same script run in-process.
+// line for line with the same script run in-process. It also plays the
+// member at the program's input boxes, with the answers the script queues,
+// and notices when the program has ended itself.
 #include <fcntl.h>
 #include <io.h>
 #include <windows.h>
@@ -9,8 +11,10 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <deque>
 #include <fstream>
 #include <iostream>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,6 +27,11 @@ namespace {
 
 constexpr int kWaitForBoundMs = 60000;
 constexpr int kSettleBoundMs = 10000;
+// A read of the program's box waits at most this long for the program.
+constexpr UINT kReadBoundMs = 2000;
+constexpr int kLookEveryMs = 20;
+// The program's input box, by its window class.
+constexpr const char* kInputBoxClass = "vantrel2 inputbox";
 
 struct Options {
   std::string script;
@@ -49,23 +58,153 @@ int Usage(const std::string& error) {
   return 2;
 }
 
+// Text of a window of the program's, as the window itself gives it.
+std::string TextOf(HWND h) {
+  DWORD_PTR length = 0;
+  if (!SendMessageTimeoutA(h, WM_GETTEXTLENGTH, 0, 0, SMTO_ABORTIFHUNG,
+                           kReadBoundMs, &length)) {
+    return {};
+  }
+  std::string text(length + 1, '\0');
+  DWORD_PTR got = 0;
+  if (!SendMessageTimeoutA(h, WM_GETTEXT, text.size(),
+                           reinterpret_cast<LPARAM>(text.data()),
+                           SMTO_ABORTIFHUNG, kReadBoundMs, &got)) {
+    return {};
+  }
+  text.resize(std::min<std::size_t>(got, length));
+  return text;
+}
+
+// What aolhost sees of the program besides the client's windows: its input
+// boxes, which it answers as the member would, and its end.
+class Watch {
+ public:
+  explicit Watch(std::string program) : program_(std::move(program)) {}
+  ~Watch() {
+    if (process_) CloseHandle(process_);
+  }
+  Watch(const Watch&) = delete;
+  Watch& operator=(const Watch&) = delete;
+
+  // The answers for the next boxes, in order; nullopt cancels.
+  std::deque<std::optional<std::string>> answers;
+  // The program has ended ("[exit]" is printed once).
+  bool gone() const { return gone_; }
+  // When a box was last answered: the program goes on from there.
+  ULONGLONG last_answer_ms() const { return last_answer_ms_; }
+
+  // Handles the client's messages for ms, looking every few milliseconds;
+  // returns early once the program is gone.
+  void PumpFor(int ms) {
+    const ULONGLONG start = GetTickCount64();
+    for (;;) {
+      Look();
+      ULONGLONG now = GetTickCount64();
+      if (gone_ || now - start >= static_cast<ULONGLONG>(ms)) return;
+      v2::aolsim::Win32WindowHost::PumpFor(static_cast<int>(
+          std::min<ULONGLONG>(kLookEveryMs, ms - (now - start))));
+    }
+  }
+
+  void Look() {
+    if (gone_) return;
+    HWND program =
+        program_.empty() ? nullptr : FindWindowA(program_.c_str(), nullptr);
+    if (program) {
+      program_seen_ = true;
+      Follow(program);
+    }
+    std::erase_if(handled_, [](HWND h) { return !IsWindow(h); });
+    for (HWND box = nullptr;
+         (box = FindWindowExA(nullptr, box, kInputBoxClass, nullptr));) {
+      Follow(box);
+      if (std::find(handled_.begin(), handled_.end(), box) == handled_.end()) {
+        Answer(box);
+      }
+    }
+    bool ended =
+        (program_seen_ && !program) ||
+        (process_ && WaitForSingleObject(process_, 0) == WAIT_OBJECT_0);
+    if (ended) {
+      gone_ = true;
+      Print("[exit]");
+    }
+  }
+
+ private:
+  // The program's process, from the first of its windows seen: it can end
+  // before its main window is up, say at a question of its start.
+  void Follow(HWND h) {
+    if (process_) return;
+    DWORD id = 0;
+    GetWindowThreadProcessId(h, &id);
+    if (id) process_ = OpenProcess(SYNCHRONIZE, FALSE, id);
+  }
+
+  void Answer(HWND box) {
+    HWND prompt = FindWindowExA(box, nullptr, "Static", nullptr);
+    HWND edit = FindWindowExA(box, nullptr, "Edit", nullptr);
+    HWND ok = FindWindowExA(box, nullptr, "Button", "OK");
+    HWND cancel = FindWindowExA(box, nullptr, "Button", "Cancel");
+    // The box shows itself once it is complete.
+    if (!IsWindowVisible(box) || !prompt || !edit || !ok || !cancel) return;
+    handled_.push_back(box);
+    Print("[inputbox] " + TextOf(prompt) + " | " + TextOf(box) + " | " +
+          TextOf(edit));
+    std::optional<std::string> answer;
+    if (!answers.empty()) {
+      answer = std::move(answers.front());
+      answers.pop_front();
+    }
+    if (answer) {
+      SendMessageTimeoutA(edit, WM_SETTEXT, 0,
+                          reinterpret_cast<LPARAM>(answer->c_str()),
+                          SMTO_ABORTIFHUNG, kReadBoundMs, nullptr);
+    }
+    PostMessageA(answer ? ok : cancel, BM_CLICK, 0, 0);
+    last_answer_ms_ = GetTickCount64();
+  }
+
+  std::string program_;
+  bool program_seen_ = false;
+  bool gone_ = false;
+  HANDLE process_ = nullptr;
+  std::vector<HWND> handled_;  // boxes answered that may still be up
+  ULONGLONG last_answer_ms_ = 0;
+};
+
+void Queue(Watch& watch, const v2::ScriptCommand& c) {
+  if (c.object == "answer") {
+    watch.answers.push_back(c.text);
+  } else {
+    watch.answers.push_back(std::nullopt);
+  }
+}
+
 // The program driving the client has done what a command set off when it
-// has left the client's windows alone for settle_ms.
-void Settle(v2::aolsim::Win32WindowHost& host, int settle_ms) {
+// has left the client's windows alone for settle_ms (an input box it asked
+// counts as something it did).
+void Settle(v2::aolsim::Win32WindowHost& host, Watch& watch, int settle_ms) {
   const ULONGLONG start = GetTickCount64();
   for (;;) {
-    v2::aolsim::Win32WindowHost::PumpFor(20);
+    watch.PumpFor(kLookEveryMs);
+    if (watch.gone()) return;
     ULONGLONG now = GetTickCount64();
-    ULONGLONG quiet_since = std::max<ULONGLONG>(start, host.last_action_ms());
+    ULONGLONG quiet_since = std::max<ULONGLONG>(
+        {start, host.last_action_ms(), watch.last_answer_ms()});
     if (now - quiet_since >= static_cast<ULONGLONG>(settle_ms)) return;
     if (now - start >= kSettleBoundMs) return;
   }
 }
 
-// Plays the script; 0 when it ran to its end, 2 for a line it cannot play.
+// Plays the script from line first on; 0 when it ran to its end or the
+// program ended itself, 2 for a line it cannot play.
 int Play(v2::aolsim::AolClient& client, v2::aolsim::Win32WindowHost& host,
-         const std::vector<std::string>& lines, int settle_ms) {
-  for (std::size_t number = 1; number <= lines.size(); ++number) {
+         Watch& watch, const std::vector<std::string>& lines, std::size_t first,
+         int settle_ms) {
+  for (std::size_t number = first; number <= lines.size(); ++number) {
+    if (watch.gone()) return 0;
     v2::ScriptCommand c = v2::ParseScriptLine(lines[number - 1]);
     using Kind = v2::ScriptCommand::Kind;
     switch (c.kind) {
@@ -84,9 +223,12 @@ int Play(v2::aolsim::AolClient& client, v2::aolsim::Win32WindowHost& host,
         v2::PlayOnClient(client, c);
         break;
       case Kind::kWait:
-        v2::aolsim::Win32WindowHost::PumpFor(
+        watch.PumpFor(
             static_cast<int>(std::min(c.seconds * 1000.0 + 0.5, 2147483647.0)));
         break;
+      case Kind::kAnswer:
+        Queue(watch, c);
+        continue;  // sets nothing off
       case Kind::kProgram:
         std::cerr << "aolhost: line " << number
                   << ": the program's windows are not the client's\n";
@@ -102,7 +244,7 @@ int Play(v2::aolsim::AolClient& client, v2::aolsim::Win32WindowHost& host,
         break;
       }
     }
-    Settle(host, settle_ms);
+    Settle(host, watch, settle_ms);
   }
   return 0;
 }
@@ -145,6 +287,19 @@ int main(int argc, char** argv) {
     for (std::string line; std::getline(*in, line);) lines.push_back(line);
   }
 
+  // Answers at the top of the script are for the questions the program
+  // asks at its start, before anything else happens.
+  Watch watch(options.program);
+  std::size_t first = 1;
+  for (; first <= lines.size(); ++first) {
+    v2::ScriptCommand c = v2::ParseScriptLine(lines[first - 1]);
+    if (c.kind == v2::ScriptCommand::Kind::kAnswer) {
+      Queue(watch, c);
+    } else if (c.kind != v2::ScriptCommand::Kind::kNothing) {
+      break;
+    }
+  }
+
   v2::aolsim::Win32WindowHost host;
   v2::aolsim::AolClient client(host, options.screen_name);
   client.on_line = Print;
@@ -159,11 +314,13 @@ int main(int argc, char** argv) {
                   << " came\n";
         return 3;
       }
-      v2::aolsim::Win32WindowHost::PumpFor(50);
+      watch.PumpFor(50);
+      if (watch.gone()) return 0;
     }
   }
-  Settle(host, options.settle_ms);
-  int status = Play(client, host, lines, options.settle_ms);
+  Settle(host, watch, options.settle_ms);
+  int status = Play(client, host, watch, lines, first, options.settle_ms);
+  if (watch.gone()) return 0;
   if (!options.program.empty()) {
     if (HWND program = FindWindowA(options.program.c_str(), nullptr)) {
       PostMessageA(program, WM_CLOSE, 0, 0);
