@@ -72,25 +72,36 @@ struct ListBox {
   ListPeer* peer = nullptr;
 };
 
+// A menu item; one with Items is a submenu head, and one whose caption is
+// "-" a separator line.
 struct MenuItem {
+  std::string Name;
   std::string Caption;
   bool Checked = false;
   bool Enabled = true;
   bool Visible = true;
   std::function<void()> Click;
+  std::vector<MenuItem*> Items;
+  bool IsSeparator() const { return Caption == "-"; }
 };
 
 // A timer control: Interval in ms and Enabled, on the program's event loop.
+// A timer that has no work yet keeps its settings but is not armed, so that
+// it costs nothing.
 class Timer {
  public:
   Timer(EventLoop& loop, int interval_ms = 0);
-  void OnTimer(std::function<void()> handler) { handler_ = std::move(handler); }
+  void OnTimer(std::function<void()> handler) {
+    handler_ = std::move(handler);
+    Arm();
+  }
   int Interval() const { return interval_; }
   bool Enabled() const { return enabled_; }
   void SetInterval(int ms);
   void SetEnabled(bool on);
 
  private:
+  void Arm() { loop_.SetTimer(id_, interval_, enabled_ && handler_); }
   EventLoop& loop_;
   TimerId id_;
   int interval_;
@@ -107,12 +118,14 @@ inline Timer::Timer(EventLoop& loop, int interval_ms)
 
 inline void Timer::SetInterval(int ms) {
   interval_ = ms;
-  loop_.SetTimer(id_, interval_, enabled_);
+  Arm();
 }
 
+// Enabling a running timer leaves its countdown alone.
 inline void Timer::SetEnabled(bool on) {
+  if (on == enabled_) return;
   enabled_ = on;
-  loop_.SetTimer(id_, interval_, enabled_);
+  Arm();
 }
 
 }  // namespace v2

@@ -46,6 +46,28 @@ class UiToolkit {
                                               float width_twips,
                                               float height_twips, ColorRef back,
                                               MouseMove handler) = 0;
+
+  // A modal box asking for one line: the answer, or the empty text when the
+  // member cancels. The program's events go on while it waits (the loop is
+  // pumped).
+  virtual std::string InputBox(EventLoop& loop, const std::string& prompt,
+                               const std::string& title,
+                               const std::string& preset) = 0;
+
+  // The program's entry in the tray: its icon with tip; a mouse button
+  // released over it raises MouseUp (1 left, 2 right, 4 middle). Adding an
+  // entry that is there already changes its tip.
+  using TrayMouseUp = std::function<void(std::int16_t Button)>;
+  virtual void TrayAdd(const std::string& tip, TrayMouseUp handler) = 0;
+  virtual void TrayRemove() = 0;
+
+  // Opens root's items as a popup menu at the pointer and returns when it
+  // closes; the item chosen, if any, then has its Click called. Disabled
+  // items can not be chosen; events go on while the menu is open.
+  virtual void PopupMenu(EventLoop& loop, const MenuItem& root) = 0;
+
+  // Ends the program at once: no window gets a chance to act.
+  virtual void EndProgram() = 0;
 };
 
 // A platform without windows of its own.
@@ -61,6 +83,16 @@ class NoUi : public UiToolkit {
                                       ColorRef, MouseMove) override {
     return nullptr;
   }
+  // Nobody to ask: every box is cancelled.
+  std::string InputBox(EventLoop&, const std::string&, const std::string&,
+                       const std::string&) override {
+    return {};
+  }
+  void TrayAdd(const std::string&, TrayMouseUp) override {}
+  void TrayRemove() override {}
+  void PopupMenu(EventLoop&, const MenuItem&) override {}
+  void EndProgram() override { ended = true; }
+  bool ended = false;
   static NoUi& Instance() {
     static NoUi none;
     return none;

@@ -125,6 +125,7 @@ bool SimLoop::RunForeign() {
 }
 
 void SimLoop::PumpEvents() {
+  if (halted_) return;
   RunForeign();
   if (clock_.mode() == TimeMode::kReal)
     core_.RunWatchers(clock_.NowMs(), false);
@@ -136,6 +137,12 @@ void SimLoop::PumpEvents() {
 void SimLoop::WaitUntil(std::int64_t deadline_ms) {
   // The other process gets its turn, but its work does not wake this thread:
   // only events of the program's own end a wait early.
+  if (halted_) {
+    if (clock_.mode() == TimeMode::kVirtual) {
+      clock_.Advance(std::max<std::int64_t>(deadline_ms - clock_.NowMs(), 0));
+    }
+    return;
+  }
   RunForeign();
   if (clock_.mode() == TimeMode::kVirtual) {
     if (core_.RunWatchers(clock_.NowMs(), true) ||
@@ -164,6 +171,7 @@ void SimLoop::RunUntilIdle() {
   // that waits longer than its own interval would otherwise never let go.
   const std::int64_t began = clock_.NowMs();
   for (;;) {
+    if (halted_) return;
     PumpEvents();
     bool more = RunForeign();
     if (clock_.mode() == TimeMode::kVirtual) {
@@ -177,7 +185,7 @@ void SimLoop::RunFor(std::int64_t ms) {
   std::int64_t deadline = clock_.NowMs() + ms;
   for (;;) {
     RunUntilIdle();
-    if (clock_.NowMs() >= deadline) return;
+    if (halted_ || clock_.NowMs() >= deadline) return;
     WaitUntil(deadline);
   }
 }

@@ -58,6 +58,10 @@ class SimLoop : public EventLoop {
   void RunUntilIdle();
   // Lets ms pass with the program running.
   void RunFor(std::int64_t ms);
+  // The program has ended: from now on nothing of it runs, and its waits
+  // (in virtual time) pass at once.
+  void Halt() { halted_ = true; }
+  bool halted() const { return halted_; }
 
  private:
   bool RunForeign();
@@ -65,6 +69,7 @@ class SimLoop : public EventLoop {
   SimClock clock_;
   LoopCore core_;
   std::vector<std::function<bool()>> foreign_;
+  bool halted_ = false;
   int input_fd_ = -1;
   std::function<void()> input_ready_;
 };

@@ -25,4 +25,50 @@ std::unique_ptr<PictureBox> SimUi::Picture(Hwnd, const Pixels& picture,
                                          back);
 }
 
+std::string SimUi::InputBox(EventLoop& loop, const std::string& prompt,
+                            const std::string& title,
+                            const std::string& preset) {
+  Event("[inputbox] " + prompt + " | " + title + " | " + preset);
+  std::optional<std::string> answer;
+  if (!answers_.empty()) {
+    answer = std::move(answers_.front());
+    answers_.pop_front();
+  } else if (ask) {
+    answer = ask();
+  }
+  // The box is modal, but what was waiting is handled before it closes.
+  loop.PumpEvents();
+  return answer.value_or(std::string());
+}
+
+void SimUi::TrayAdd(const std::string& tip, TrayMouseUp handler) {
+  tray_ = tip;
+  tray_handler_ = std::move(handler);
+  Event("[tray] shown " + tip);
+}
+
+void SimUi::TrayRemove() {
+  if (!tray_) return;
+  tray_.reset();
+  tray_handler_ = nullptr;
+  Event("[tray] removed");
+}
+
+void SimUi::ClickTray(std::int16_t Button) {
+  if (!tray_ || !tray_handler_) return;
+  TrayMouseUp handler = tray_handler_;  // the click may remove the entry
+  handler(Button);
+}
+
+void SimUi::PopupMenu(EventLoop& loop, const MenuItem& root) {
+  Event("[popup] " + root.Name);
+  loop.PumpEvents();
+}
+
+void SimUi::EndProgram() {
+  ended_ = true;
+  Event("[exit]");
+  if (on_end) on_end();
+}
+
 }  // namespace v2::sim

@@ -1,6 +1,9 @@
 #pragma once
 // The program's own windows in the simulator: a form is a hidden window of
 // the window tree with its place and outline; its controls stay plain values.
+#include <deque>
+#include <optional>
+
 #include "platform/sim/sim_shaped.h"
 #include "platform/sim/sim_windows.h"
 #include "platform/ui.h"
@@ -21,9 +24,44 @@ class SimUi : public UiToolkit {
                                       float width_twips, float height_twips,
                                       ColorRef back,
                                       MouseMove handler) override;
+  // Input boxes take the queued answers in order (nullopt: the member
+  // cancels); with none queued a box is cancelled. Each box reports
+  // "[inputbox] PROMPT | TITLE | PRESET" as it opens.
+  std::string InputBox(EventLoop& loop, const std::string& prompt,
+                       const std::string& title,
+                       const std::string& preset) override;
+  void QueueAnswer(std::optional<std::string> answer) {
+    answers_.push_back(std::move(answer));
+  }
+  // The tray reports "[tray] shown TIP" and "[tray] removed"; a click on
+  // an entry that is not there does nothing.
+  void TrayAdd(const std::string& tip, TrayMouseUp handler) override;
+  void TrayRemove() override;
+  void ClickTray(std::int16_t Button);
+  bool TrayShown() const { return tray_.has_value(); }
+  // A popup reports "[popup] NAME" and closes with nothing chosen: the
+  // member's clicks on items come as scenario commands of their own.
+  void PopupMenu(EventLoop& loop, const MenuItem& root) override;
+  // Reports "[exit]", then calls on_end (which should not come back); with
+  // no on_end the run is only marked ended.
+  void EndProgram() override;
+  bool ended() const { return ended_; }
+
+  std::function<void(const std::string&)> on_event;
+  std::function<void()> on_end;
+  // Asked for the answer when none is queued (a person at the terminal);
+  // nullopt cancels.
+  std::function<std::optional<std::string>()> ask;
   SimRegions& regions() { return regions_; }
 
  private:
+  void Event(const std::string& text) {
+    if (on_event) on_event(text);
+  }
+  std::deque<std::optional<std::string>> answers_;
+  std::optional<std::string> tray_;  // the tip while the entry is there
+  TrayMouseUp tray_handler_;
+  bool ended_ = false;
   SimWindows& windows_;
   SimRegions regions_;
 };
