@@ -89,9 +89,32 @@ Runner::Runner(const RunnerOptions& options, std::ostream& out,
       program_(platform_) {
   client_.on_line = [this](const std::string& line) { Print(line); };
   client_.on_event = [this](const std::string& event) { Print(event); };
+  ui_.on_event = [this](const std::string& event) { Print(event); };
+  // The program's end is the process's end, as it is on Windows: whatever
+  // the program was in the middle of goes with it.
+  ui_.on_end = [this] {
+    loop_.Halt();
+    if (!options_.end_process) return;
+    out_.flush();
+    err_.flush();
+    std::exit(0);
+  };
   client_.Start();
+}
+
+void Runner::Start() {
+  if (started_) return;
+  started_ = true;
   program_.Start();
   loop_.RunUntilIdle();
+}
+
+void Runner::QueueAnswer(const ScriptCommand& command) {
+  if (command.object == "answer") {
+    ui_.QueueAnswer(command.text);
+  } else {
+    ui_.QueueAnswer(std::nullopt);
+  }
 }
 
 void Runner::Print(const std::string& text) {
@@ -101,6 +124,12 @@ void Runner::Print(const std::string& text) {
 
 Runner::Outcome Runner::Run(const std::string& raw) {
   ScriptCommand command = ParseScriptLine(raw);
+  if (ended()) return Outcome::kDone;  // the program is gone
+  // Answers given before the start are for the start's questions.
+  if (command.kind != ScriptCommand::Kind::kNothing &&
+      command.kind != ScriptCommand::Kind::kAnswer) {
+    Start();
+  }
   switch (command.kind) {
     case ScriptCommand::Kind::kNothing:
       return Outcome::kDone;
@@ -112,7 +141,13 @@ Runner::Outcome Runner::Run(const std::string& raw) {
       PlayOnClient(client_, command);
       break;
     case ScriptCommand::Kind::kProgram:
+      if (command.object == "menu" && !program_.ClickMenu(command.text)) {
+        return Outcome::kNotYet;
+      }
       PlayOnProgram(command);
+      break;
+    case ScriptCommand::Kind::kAnswer:
+      QueueAnswer(command);
       break;
     case ScriptCommand::Kind::kWait:
       loop_.RunFor(static_cast<std::int64_t>(command.seconds * 1000.0 + 0.5));
@@ -132,6 +167,11 @@ Runner::Outcome Runner::Run(const std::string& raw) {
 }
 
 void Runner::PlayOnProgram(const ScriptCommand& command) {
+  if (command.object == "menu") return;  // clicked above
+  if (command.object == "tray") {
+    ui_.ClickTray(command.text == "right" ? 2 : 1);
+    return;
+  }
   // The member's hands in the reason list window, which the first touch
   // brings into being.
   EnsureForm3(program_);
@@ -173,34 +213,63 @@ int Runner::RunScript(std::istream& script) {
         return 2;
     }
   }
+  Start();
   return 0;
 }
 
+std::optional<std::string> Runner::ReadTerminalLine() {
+  for (;;) {
+    auto nl = pending_.find('\n');
+    if (nl != std::string::npos) {
+      std::string line = pending_.substr(0, nl);
+      pending_.erase(0, nl + 1);
+      return line;
+    }
+    if (input_done_) return std::nullopt;
+    char buffer[4096];
+    ssize_t n = read(STDIN_FILENO, buffer, sizeof(buffer));
+    if (n <= 0) {
+      input_done_ = true;
+    } else {
+      pending_.append(buffer, static_cast<std::size_t>(n));
+    }
+  }
+}
+
 int Runner::RunInteractive() {
-  err_ << "vantrel2-sim: " << Cp1252ToUtf8(options_.screen_name)
-       << " is signed on and in the room. Type a line to say it, or a command\n"
-          "(say, type, typeahead, other NAME TEXT, wait S, show OBJECT,\n"
-          "close welcome, open welcome, close client, open client).\n"
-          "End with Ctrl-D.\n";
-  bool done = false;
-  std::string pending;
+  err_
+      << "vantrel2-sim: " << Cp1252ToUtf8(options_.screen_name)
+      << " is signed on and in the room. Type a line to say it, or a command\n"
+         "(say, type, typeahead, other NAME TEXT, wait S, show OBJECT,\n"
+         "close welcome, open welcome, close client, open client,\n"
+         "menu ITEM, tray right, answer TEXT, download NAME PERCENT MINUTES).\n"
+         "An [inputbox] waits for the next line as its answer (an empty line\n"
+         "cancels). End with Ctrl-D.\n";
+  // A box the program opens takes the next line typed; the program waits
+  // for it as it would for the member.
+  ui_.ask = [this]() -> std::optional<std::string> {
+    std::optional<std::string> line = ReadTerminalLine();
+    if (line) line = Utf8ToCp1252(*line);
+    return line;
+  };
+  Start();
   loop_.SetInput(STDIN_FILENO, [&] {
     char buffer[4096];
     ssize_t n = read(STDIN_FILENO, buffer, sizeof(buffer));
     if (n <= 0) {
-      done = true;
-      return;
+      input_done_ = true;
+    } else {
+      pending_.append(buffer, static_cast<std::size_t>(n));
     }
-    pending.append(buffer, static_cast<std::size_t>(n));
-    for (auto nl = pending.find('\n'); nl != std::string::npos;
-         nl = pending.find('\n')) {
-      std::string line = pending.substr(0, nl);
-      pending.erase(0, nl + 1);
+    for (auto nl = pending_.find('\n'); nl != std::string::npos;
+         nl = pending_.find('\n')) {
+      std::string line = pending_.substr(0, nl);
+      pending_.erase(0, nl + 1);
       // Anything that is no command is said in the room.
       if (Run(line) != Outcome::kDone) Run("say " + line);
     }
   });
-  while (!done) {
+  while (!input_done_) {
     loop_.RunUntilIdle();
     loop_.WaitUntil(loop_.clock().NowMs() + 1000);
   }

@@ -22,6 +22,9 @@ struct RunnerOptions {
   std::optional<LocalTime> clock;
   std::string program_dir;
   std::string user_store;
+  // When the program ends itself (`exit`), the process ends with it, as on
+  // Windows; otherwise the runner only stops playing (tests, fuzzing).
+  bool end_process = true;
 };
 
 // Parses the command line; false (with a message in error) when it is wrong.
@@ -32,8 +35,13 @@ class Runner {
  public:
   Runner(const RunnerOptions& options, std::ostream& out, std::ostream& err);
 
+  // Starts the program (once): the splash, the settings, the first-start
+  // question, the two lines, the tray entry. The commands start it by
+  // themselves; answers queued before it are there for its question.
+  void Start();
+
   // Virtual time: 0 when the script ran to its end, 2 for a line that is not
-  // understood.
+  // understood. Answers at its top are queued before the program starts.
   int RunScript(std::istream& script);
   // Real time on standard input until it ends.
   int RunInteractive();
@@ -41,6 +49,8 @@ class Runner {
   // One command line (UTF-8); false when it is not understood.
   bool Execute(const std::string& line);
 
+  // Whether the program has ended itself; a runner then plays nothing more.
+  bool ended() const { return loop_.halted(); }
   sim::SimLoop& loop() { return loop_; }
   aolsim::AolClient& client() { return client_; }
   Program& program() { return program_; }
@@ -49,6 +59,10 @@ class Runner {
   enum class Outcome { kDone, kNotUnderstood, kNotYet };
   Outcome Run(const std::string& line);
   void PlayOnProgram(const ScriptCommand& command);
+  void QueueAnswer(const ScriptCommand& command);
+  // The next whole line from the terminal, waiting for it; nullopt at its
+  // end.
+  std::optional<std::string> ReadTerminalLine();
   void Print(const std::string& text);
 
   RunnerOptions options_;
@@ -64,6 +78,9 @@ class Runner {
   aolsim::SimWindowHost host_;
   aolsim::AolClient client_;
   Program program_;
+  bool started_ = false;
+  std::string pending_;  // what the terminal gave and nobody took yet
+  bool input_done_ = false;
 };
 
 }  // namespace v2

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <functional>
 
+#include "config/menu_tree.h"
 #include "platform/text.h"
 #include "shell/program.h"
 
@@ -52,7 +53,7 @@ std::string SettingsFile(Platform& p) {
   return p.files().ProgramDir() + "\\settings.dat";
 }
 
-void ReadUserSettings(Program& prog) {
+void ReadUserSettings(Program& prog, bool ask_for_handle) {
   Platform& p = prog.platform;
   Form2& f = prog.form2;
   auto flag = [&](const char* key, const char* def, MenuItem& item,
@@ -72,11 +73,11 @@ void ReadUserSettings(Program& prog) {
   flag("ghosting on", "false", f.ghostingon);
   flag("ims on", "false", f.imson);
   flag("ghosting off", "false", f.ghostingoff);
-  flag("autoup", "true", f.autoup);
-  flag("machine", "false", f.immachine);
+  flag("autoup", "true", f.autoup, [&] { f.Timer2.SetEnabled(true); });
+  flag("machine", "false", f.immachine, [&] { f.Timer6.SetEnabled(true); });
   flag("ccoms on", "true", f.cchat_on, [&] { prog.form1.Chat1.ScanOn(); });
   flag("ccoms off", "false", f.cchat_off, [&] { prog.form1.Chat2.ScanOn(); });
-  flag("dcp aol", "true", f.reconaol);
+  flag("dcp aol", "true", f.reconaol, [&] { f.Timer4.SetEnabled(true); });
   flag("dcp pr", "true", f.enterpr);
   flag("dcp jap", "false", f.enterjap);
   f.Text4.Text.Set(GetSetting(p, "dcp room", "idle"));
@@ -86,6 +87,14 @@ void ReadUserSettings(Program& prog) {
   flag("dcp ghost", "false", f.ghoztingon);
   flag("dcp buddy", "false", f.hidebuddy);
   f.Text5.Text.Set(GetSetting(p, "handle"));
+  if (ask_for_handle && f.Text5.Text.Get().empty()) {
+    // Events go on under the box: a command that runs meanwhile finds the
+    // handle still empty.
+    f.Text5.Text.Set(
+        p.ui().InputBox(p.loop, "enter your handle", kAskTitle, "new user"));
+    if (f.Text5.Text.Get().empty()) f.Text5.Text.Set("new user");
+    SaveSetting(p, "handle", f.Text5.Text.Get());
+  }
   f.user.Caption = "user [" + f.Text5.Text.Get() + "]";
   f.Text6.Text.Set(GetSetting(p, "machine msg", "afk"));
 }

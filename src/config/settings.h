@@ -35,8 +35,10 @@ std::string SettingsFile(Platform& p);
 // The per-user store into the live objects, key by key in the store's
 // order: the check marks (a flag counts only as the exact text "true"; a read
 // never clears a mark), the texts of Form2, the captions that show them, and
-// the scanners the switches ask for.
-void ReadUserSettings(Program& prog);
+// the scanners and timers the switches ask for. With ask_for_handle, a
+// missing or empty handle is asked for and stored ("new user" when the
+// member gives none).
+void ReadUserSettings(Program& prog, bool ask_for_handle = false);
 // settings.dat into the live objects: the idle minutes of all time and the
 // style fields, each with its text for an empty read.
 void ReadSettingsFile(Program& prog);

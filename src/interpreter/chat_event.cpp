@@ -50,6 +50,27 @@ void Chat1_ChatMsg(Program& prog, const std::string& Screen_Name,
   if (row->action) row->action(prog, CommandArg);
 }
 
+void Chat2_ChatMsg(Program& prog, const std::string& Screen_Name,
+                   const std::string& What_Said) {
+  std::string user = GetUser(prog.platform);
+  if (user.empty() || Screen_Name != user || What_Said.empty()) return;
+  int blank = InStr(1, What_Said, " ");
+  if ((blank == 0 ? What_Said : Left(What_Said, blank - 1)) != "on") return;
+  prog.form1.Chat1.ScanOn();
+  prog.form1.Chat2.ScanOff();
+  ChatSend(prog.platform,
+           StyledLine(prog.form4, Pair::kMain,
+                      std::string(kBanner) + " : ccom activated"));
+}
+
+void CommandsOff(Program& prog, const std::string& /*CommandArg*/) {
+  // This runs inside Chat1's own event; the event ends normally.
+  prog.form1.Chat1.ScanOff();
+  prog.form1.Chat2.ScanOn();
+  ChatSend(prog.platform, StyledLine(prog.form4, Pair::kMain,
+                                     std::string(kBanner) + " : de-activated"));
+}
+
 void PostDate(Program& prog, const std::string& /*CommandArg*/) {
   ChatSend(
       prog.platform,

@@ -31,6 +31,13 @@ const std::array<CommandRow, kCommandCount>& CommandTable();
 void Chat1_ChatMsg(Program& prog, const std::string& Screen_Name,
                    const std::string& What_Said);
 
+// The one word heard while commands are off: `on` (anything may follow it)
+// brings them back.
+void Chat2_ChatMsg(Program& prog, const std::string& Screen_Name,
+                   const std::string& What_Said);
+// `off`: every command but `on` goes unheard until then.
+void CommandsOff(Program& prog, const std::string& CommandArg);
+
 // The first word and the argument as a row would see them; false when the
 // line holds no command word. Exposed for tests and fuzzing.
 bool CutCommand(const std::string& What_Said, const CommandRow*& row,

@@ -1,10 +1,23 @@
 // The whole command table, in the order the words are compared. A row's
 // start is the word's length plus 2 (behind the one blank), except for
 // vcus, vrea and charmap, whose argument keeps that blank.
+#include "idle/idle_session.h"
 #include "interpreter/chat_event.h"
 #include "interpreter/host_commands.h"
+#include "shell/start_exit.h"
+#include "transfers/transfer_monitors.h"
 
 namespace v2 {
+namespace {
+
+// The rows that do what a menu item does.
+void IdleOn(Program& prog, const std::string&) { idleon_Click(prog); }
+void IdleOff(Program& prog, const std::string&) { idleoff_Click(prog); }
+void Exit(Program& prog, const std::string&) { exit_Click(prog); }
+void Brag(Program& prog, const std::string&) { brag_Click(prog); }
+void Stats(Program& prog, const std::string&) { PostTransferStatus(prog); }
+
+}  // namespace
 
 const std::array<CommandRow, kCommandCount>& CommandTable() {
   using R = ArgRule;
@@ -16,16 +29,16 @@ const std::array<CommandRow, kCommandCount>& CommandTable() {
       {"ghostoff", 10, R::kNone, GhostOffCommand},
       {"hwelc", 7, R::kNone, nullptr},
       {"swelc", 7, R::kNone, nullptr},
-      {"idleon", 8, R::kNone, nullptr},
-      {"idleoff", 9, R::kNone, nullptr},
+      {"idleon", 8, R::kNone, IdleOn},
+      {"idleoff", 9, R::kNone, IdleOff},
       {"vcus", 5, R::kNone, nullptr},
       {"vrea", 5, R::kNone, nullptr},
       {"glyph", 7, R::kNone, nullptr},
-      {"exit", 6, R::kNone, nullptr},
-      {"brag", 6, R::kNone, nullptr},
+      {"exit", 6, R::kNone, Exit},
+      {"brag", 6, R::kNone, Brag},
       {"handle", 8, R::kFree, SetHandle},
       {"pr", 4, R::kFree, PrivateRoom},
-      {"off", 5, R::kNone, nullptr},
+      {"off", 5, R::kNone, CommandsOff},
       {"cmds", 6, R::kNone, nullptr},
       {"soff", 6, R::kNone, nullptr},
       {"new", 5, R::kNone, nullptr},
@@ -60,7 +73,7 @@ const std::array<CommandRow, kCommandCount>& CommandTable() {
       {"sinfo", 7, R::kNone, nullptr},
       {"length", 8, R::kNone, nullptr},
       {"aim", 5, R::kNone, nullptr},
-      {"stats", 7, R::kNone, nullptr},
+      {"stats", 7, R::kNone, Stats},
   }};
   // clang-format on
   return kTable;

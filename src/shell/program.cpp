@@ -1,16 +1,26 @@
 #include "shell/program.h"
 
+#include "config/menu_tree.h"
 #include "config/settings.h"
 #include "host/host_windows.h"
+#include "idle/idle_tick.h"
 #include "interpreter/chat_event.h"
+#include "shell/start_exit.h"
 
 namespace v2 {
 
 Form1::Form1(Platform& p)
     : Chat1(p, [&p] { return FindTranscript(p); }),
-      Chat2(p, [&p] { return FindTranscript(p); }) {}
+      Chat2(p, [&p] { return FindTranscript(p); }),
+      Timer1(p.loop, kIdleTickMs),
+      Timer2(p.loop, 1) {}
 
-Form2::Form2() {
+Form2::Form2(EventLoop& loop)
+    : Timer2(loop, 10),
+      Timer3(loop, 10),
+      Timer4(loop, 500),
+      Timer5(loop, 1000),
+      Timer6(loop, 1000) {
   // As the window defines them, before the stores are read.
   idleoff.Checked = true;
   idleoff.Enabled = false;
@@ -20,11 +30,17 @@ Form2::Form2() {
 }
 
 Program::Program(Platform& platform_in)
-    : platform(platform_in), form1(platform_in) {
+    : platform(platform_in), form1(platform_in), form2(platform_in.loop) {
+  BuildMenuTree(*this);
   form1.Chat1.OnChatMsg(
       [this](const std::string& name, const std::string& said) {
         Chat1_ChatMsg(*this, name, said);
       });
+  form1.Chat2.OnChatMsg(
+      [this](const std::string& name, const std::string& said) {
+        Chat2_ChatMsg(*this, name, said);
+      });
+  form1.Timer1.OnTimer([this] { Timer1_Timer(*this); });
   auto text = [this](const char* name, const TextBox& box) {
     controls_[name] = [&box] { return box.Text.Get(); };
   };
@@ -46,39 +62,30 @@ Program::Program(Platform& platform_in)
       {"Form4.Text21", &form4.Text21}, {"Form4.Text22", &form4.Text22},
       {"Form4.Text23", &form4.Text23}};
   for (const auto& [name, box] : style) text(name, *box);
-  const std::pair<const char*, const MenuItem*> items[] = {
-      {"chatsendtime", &form2.chatsendtime},
-      {"chatsendtrans", &form2.chatsendtrans},
-      {"chatsendreasons", &form2.chatsendreasons},
-      {"randomize", &form2.randomize},
-      {"interval", &form2.interval},
-      {"imsoff", &form2.imsoff},
-      {"ghostingon", &form2.ghostingon},
-      {"imson", &form2.imson},
-      {"ghostingoff", &form2.ghostingoff},
-      {"autoup", &form2.autoup},
-      {"immachine", &form2.immachine},
-      {"cchat_on", &form2.cchat_on},
-      {"cchat_off", &form2.cchat_off},
-      {"reconaol", &form2.reconaol},
-      {"enterpr", &form2.enterpr},
-      {"enterjap", &form2.enterjap},
-      {"continueul", &form2.continueul},
-      {"continuedl", &form2.continuedl},
-      {"imzoff", &form2.imzoff},
-      {"ghoztingon", &form2.ghoztingon},
-      {"hidebuddy", &form2.hidebuddy},
-      {"user", &form2.user},
-      {"idleon", &form2.idleon},
-      {"idleoff", &form2.idleoff}};
-  for (const auto& [name, item] : items) {
-    const MenuItem* m = item;
-    controls_[std::string("Form2.") + name] = [m] {
+  ForEachMenuItem(*this, [this](MenuItem& item) {
+    const MenuItem* m = &item;
+    controls_["Form2." + item.Name] = [m] {
       return std::string(m->Checked ? "checked" : "unchecked") +
              (m->Enabled ? " enabled" : " disabled");
     };
-    controls_[std::string("Form2.") + name + ".Caption"] = [m] {
-      return m->Caption;
+    controls_["Form2." + item.Name + ".Caption"] = [m] { return m->Caption; };
+  });
+  controls_["Form1.Label1"] = [this] { return form1.Label1.Caption.Get(); };
+  controls_["Form1.Label2"] = [this] { return form1.Label2.Caption.Get(); };
+  controls_["Form1.ReasonIndex"] = [this] {
+    return std::to_string(form1.ReasonIndex);
+  };
+  controls_["Form1.ReasonText"] = [this] { return form1.ReasonText; };
+  const std::pair<const char*, const Timer*> timers[] = {
+      {"Form1.Timer1", &form1.Timer1}, {"Form1.Timer2", &form1.Timer2},
+      {"Form2.Timer2", &form2.Timer2}, {"Form2.Timer3", &form2.Timer3},
+      {"Form2.Timer4", &form2.Timer4}, {"Form2.Timer5", &form2.Timer5},
+      {"Form2.Timer6", &form2.Timer6}};
+  for (const auto& [name, timer] : timers) {
+    const Timer* t = timer;
+    controls_[name] = [t] {
+      return std::string(t->Enabled() ? "enabled " : "disabled ") +
+             std::to_string(t->Interval());
     };
   }
   controls_["Form3.List1"] = [this] {
@@ -97,14 +104,33 @@ Program::Program(Platform& platform_in)
 }
 
 void Program::Start() {
-  // The reason list first (it lies in the working directory), then the
-  // stores into the live objects; the switches start the scanners.
-  if (FileExists(platform, kReasonFile)) {
-    EnsureForm3(*this);
-    LoadList(platform, kReasonFile, form3.List1);
+  // The end-of-track test runs from the load on.
+  form1.Timer2.SetEnabled(true);
+  Form1_Load(*this);
+}
+
+namespace {
+
+bool InTree(const MenuItem& head, const MenuItem* wanted) {
+  for (const MenuItem* item : head.Items) {
+    if (item == wanted || InTree(*item, wanted)) return true;
   }
-  ReadUserSettings(*this);
-  ReadSettingsFile(*this);
+  return false;
+}
+
+}  // namespace
+
+bool Program::ClickMenu(const std::string& name) {
+  MenuItem* item = form2.Item(name);
+  if (!item || !InTree(form2.menu, item)) return false;
+  if (item->IsSeparator() || !item->Items.empty() || !item->Enabled ||
+      !item->Visible || !item->Click) {
+    return true;
+  }
+  // The handler may end the program; take a copy of what runs.
+  std::function<void()> click = item->Click;
+  click();
+  return true;
 }
 
 bool Program::Show(const std::string& name, std::string& value) const {

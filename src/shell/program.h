@@ -1,6 +1,7 @@
 #pragma once
 // The program's state is its forms: their controls hold every live value.
 // One Program owns them all and every handler receives it.
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <string>
@@ -12,25 +13,47 @@
 
 namespace v2 {
 
-// Hidden: the chat scanners.
+// Hidden: the chat scanners, the idle counters and the idle timer.
 struct Form1 {
   explicit Form1(Platform& p);
   ChatScanner Chat1;
   ChatScanner Chat2;
   // The name and the message of the last `im` line that had a comma.
   std::string IMTarget, IMBody;
+  Label Label1{TextControl("0")};  // idle minutes of this session
+  Label Label2{TextControl("0")};  // ticks since the last scroll
+  Timer Timer1;                    // the idle minute, while a session runs
+  Timer Timer2;                    // the end of a track
+  std::int16_t ReasonIndex = 0;    // the reason drawn on the last tick
+  std::string ReasonText;
 };
 
-// Hidden: the board of small values (Text5 is the member's handle) and the
-// popup menu, whose check marks are the live settings.
+// Hidden: the board of small values (Text5 is the member's handle), the
+// background timers and the popup menu, whose check marks are the live
+// settings.
 struct Form2 {
-  Form2();
+  explicit Form2(EventLoop& loop);
   TextBox Text1, Text2, Text3, Text4, Text5, Text6;
   Label Label1{TextControl("0")};
+  Timer Timer2, Timer3, Timer4, Timer5, Timer6;
   MenuItem chatsendtime, chatsendtrans, chatsendreasons, randomize, interval,
       imsoff, ghostingon, imson, ghostingoff, autoup, immachine, cchat_on,
       cchat_off, reconaol, enterpr, enterjap, continueul, continuedl, imzoff,
       ghoztingon, hidebuddy, user, idleon, idleoff;
+  // The rest of the popup: its root, heads, actions and separators.
+  MenuItem menu, blahblah, sep41, sep0, idleconfigure, sep8, sep42, complex,
+      sep1, reason, sep2, buildreas, sep3, sep4, sep43, before, after,
+      buildtran, chatsendstatus, custom, brag, sep21, instmsgs, imon, imoff,
+      ghosting, ghoston, ghostoff, sep26, roomenter, cchat, sep16, sep17, exit;
+  // Every item by its name.
+  MenuItem* Item(const std::string& name);
+};
+
+// The splash, shown while the program starts.
+struct Form5 {
+  Hwnd hwnd = 0;  // the window, where the platform makes one
+  std::unique_ptr<ShapedWindow> window;
+  std::unique_ptr<PictureBox> Picture1;
 };
 
 // The style fields, live even while the window is hidden. They start at the
@@ -62,9 +85,13 @@ class Program {
   Program(const Program&) = delete;
   Program& operator=(const Program&) = delete;
 
-  // Starts as the program starts on Windows (so far: the stores are read
-  // into the live objects, and the scanners start as they say).
+  // The start: the splash, the member's settings, the two lines into the
+  // room, then the tray entry.
   void Start();
+  // The popup's item named name clicked, as the member would (nothing
+  // happens for a disabled item, a separator or a submenu's head); false
+  // when the popup has no such item.
+  bool ClickMenu(const std::string& name);
 
   // A control's value by its name ("Form2.Text5"), as `show` prints it;
   // false when no control has that name.
@@ -75,6 +102,7 @@ class Program {
   Form2 form2;
   Form3 form3;
   Form4 form4;
+  Form5 form5;
 
  private:
   std::map<std::string, std::function<std::string()>> controls_;

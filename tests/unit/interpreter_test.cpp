@@ -116,6 +116,8 @@ struct Live : testing::World {
   explicit Live(std::string name = "Member")
       : World(std::move(name)), prog(platform) {
     prog.Start();
+    loop.RunUntilIdle();
+    room.clear();  // the start's own two lines
   }
   void Say(const std::string& text) {
     client.MemberTypes(text);

@@ -1,0 +1,37 @@
+#pragma once
+// The popup menu of the tray icon: its tree of items, owned by the hidden
+// Form2, and what each item does when clicked. The check marks are the live
+// form of the member's switches; each click stores what it changed.
+#include <functional>
+#include <string>
+
+namespace v2 {
+
+class Program;
+struct MenuItem;
+struct TextBox;
+
+// Names, captions, start marks, the tree and every item's Click.
+void BuildMenuTree(Program& prog);
+
+// Every named item of Form2, in the popup or not (yet).
+void ForEachMenuItem(Program& prog, const std::function<void(MenuItem&)>& f);
+
+// A plain toggle: flips the mark and stores "true" or "false" under key.
+void ToggleClick(Program& prog, MenuItem& item, const std::string& key);
+
+// A value box: asks for the value under key (offering what is stored, or
+// preset), puts the answer into box (an empty answer or a cancel keeps the
+// offered value), stores it, then runs after.
+void ValueBoxClick(Program& prog, const std::string& prompt,
+                   const std::string& key, const std::string& preset,
+                   TextBox& box, const std::function<void()>& after = {});
+
+// The command switch from the menu: both marks, both scanners, both keys.
+void cchat_on_Click(Program& prog);
+void cchat_off_Click(Program& prog);
+
+// The title of every question the program asks.
+inline constexpr const char* kAskTitle = "vantrel by mirrik";
+
+}  // namespace v2
