@@ -110,17 +110,28 @@ ScriptCommand ParseScriptLine(const std::string& utf8_line) {
       c.object = "reasons edit";
       c.text = n;
     }
+  } else if (Take(line, "answer", rest)) {
+    c.kind = ScriptCommand::Kind::kAnswer;
+    c.object = "answer";
+    c.text = rest;
+  } else if (line == "answer-cancel") {
+    c.kind = ScriptCommand::Kind::kAnswer;
+    c.object = "answer-cancel";
+  } else if (Take(line, "menu", rest)) {
+    c.kind = rest.empty() || rest.find(' ') != std::string::npos
+                 ? ScriptCommand::Kind::kNotUnderstood
+                 : ScriptCommand::Kind::kProgram;
+    c.object = "menu";
+    c.text = rest;
+  } else if (line == "tray left" || line == "tray right") {
+    c.kind = ScriptCommand::Kind::kProgram;
+    c.object = "tray";
+    c.text = line.substr(5);
   } else if (Take(line, "show", rest)) {
     c.kind = ScriptCommand::Kind::kShow;
     c.object = rest;
   } else {
-    static const char* const kLater[] = {"answer", "answer-cancel", "im",
-                                         "person", "menu",          "tray"};
-    std::string word = line.substr(0, line.find(' '));
     c.kind = ScriptCommand::Kind::kNotUnderstood;
-    for (const char* later : kLater) {
-      if (word == later) c.kind = ScriptCommand::Kind::kLater;
-    }
   }
   return c;
 }
