@@ -14,10 +14,7 @@ constexpr const char* kTransferTitle = "File Transfer - ";
 // be carried out (a start before the first character, a negative length)
 // leaves the text as it was and the next step goes on with it, so a window
 // whose text has an unexpected shape still gives an answer, never an error.
-void MidStep(std::string& t, int start) {
-  if (start >= 1) t = Mid(t, start);
-}
-
+// (A start found by InStr plus an offset is always valid: 0 + offset.)
 void LeftStep(std::string& t, int length) {
   if (length >= 0) t = Left(t, length);
 }
@@ -67,13 +64,13 @@ Hwnd FindUpload(Platform& p) {
 
 std::string DownloadNameOf(std::string_view first) {
   std::string t(first);
-  MidStep(t, InStr(1, t, "g") + 2);
+  t = Mid(t, InStr(1, t, "g") + 2);
   return t;
 }
 
 std::string DownloadPercentOf(std::string_view title) {
   std::string t(title);
-  MidStep(t, InStr(1, t, "-") + 2);
+  t = Mid(t, InStr(1, t, "-") + 2);
   LeftStep(t, InStr(1, t, "%") - 1);
   return t;
 }
@@ -95,24 +92,25 @@ std::string DownloadMinsOf(std::string_view second) {
 
 std::string UploadNameOf(std::string_view first) {
   std::string t(first);
-  MidStep(t, InStr(1, t, "Uploading") + 10);
+  t = Mid(t, InStr(1, t, "Uploading") + 10);
   return t;
 }
 
 std::string UploadPercentOf(std::string_view title) {
   std::string t(title);
   if (InStr(1, t, " - ") == 0) return "";
-  MidStep(t, InStr(1, t, "r - ") + 4);
+  t = Mid(t, InStr(1, t, "r - ") + 4);
   LeftStep(t, static_cast<int>(t.size()) - 1);
   return IsNumeric(t) ? t : "0";
 }
 
 std::string UploadMinsOf(std::string_view first, std::string_view second) {
   std::string a(first);
-  MidStep(a, InStr(1, a, "ing") + 3);
+  a = Mid(a, InStr(1, a, "ing") + 3);
   std::string b(second);
   const std::string rest = Mid(b, 7);
-  // Where the minutes start is taken from the name's text, not from b's.
+  // Where the minutes start is taken from the name's text, not from b's; with
+  // no blank there the cut is skipped and b stays whole.
   const int p = InStr(1, a, " ");
   if (p >= 1) b = Mid(rest, p);
   LeftStep(b, InStr(1, b, " ") - 1);

@@ -86,18 +86,23 @@ TEST(TransferMonitors, TheUploadWindowAndItsTexts) {
 TEST(TransferMonitors, AnotherModalIsWaitedOutWithinTheBound) {
   testing::World w;
   Platform& p = w.platform;
-  Hwnd other = w.windows.Create(0, "_AOL_Modal", "File Transfer - 5%");
-  Hwnd label = w.windows.Create(other, "_AOL_Static", "Now Downloading x");
+  // An upload's text under another title is not the upload.
+  Hwnd other = w.windows.Create(0, "_AOL_Modal", "Please Wait");
+  Hwnd label = w.windows.Create(other, "_AOL_Static", "Now Uploading x");
   std::int64_t start = w.loop.clock().NowMs();
   EXPECT_EQ(FindUpload(p), 0u);
   const std::int64_t waited = w.loop.clock().NowMs() - start;
   EXPECT_GE(waited, 2000);
   EXPECT_LT(waited, 2100);
 
-  // The same modal becomes the upload's while it is waited on.
+  // Nor is a transfer title over another text; the same window becomes the
+  // upload's while it is waited on.
+  w.windows.SetText(other, "File Transfer - 5%");
+  w.windows.SetText(label, "Now Downloading x");
   w.host.After(500, [&] { w.windows.SetText(label, "Now Uploading y"); });
   start = w.loop.clock().NowMs();
   EXPECT_EQ(FindUpload(p), other);
+  EXPECT_GE(w.loop.clock().NowMs() - start, 500);
   EXPECT_LT(w.loop.clock().NowMs() - start, 2000);
 }
 
