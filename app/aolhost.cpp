@@ -214,11 +214,6 @@ int Play(v2::aolsim::AolClient& client, v2::aolsim::Win32WindowHost& host,
         std::cerr << "aolhost: line " << number
                   << " is not understood: " << lines[number - 1] << "\n";
         return 2;
-      case Kind::kLater:
-        std::cerr << "aolhost: line " << number
-                  << " needs a capability this runner does not have yet: "
-                  << lines[number - 1] << "\n";
-        return 2;
       case Kind::kClient:
         v2::PlayOnClient(client, c);
         break;

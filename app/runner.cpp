@@ -135,8 +135,6 @@ Runner::Outcome Runner::Run(const std::string& raw) {
       return Outcome::kDone;
     case ScriptCommand::Kind::kNotUnderstood:
       return Outcome::kNotUnderstood;
-    case ScriptCommand::Kind::kLater:
-      return Outcome::kNotYet;
     case ScriptCommand::Kind::kClient:
       PlayOnClient(client_, command);
       break;
@@ -217,22 +215,29 @@ int Runner::RunScript(std::istream& script) {
   return 0;
 }
 
+void Runner::ReadTerminal() {
+  char buffer[4096];
+  ssize_t n = read(STDIN_FILENO, buffer, sizeof(buffer));
+  if (n <= 0) {
+    input_done_ = true;
+  } else {
+    pending_.append(buffer, static_cast<std::size_t>(n));
+  }
+}
+
+std::optional<std::string> Runner::TakeTerminalLine() {
+  auto nl = pending_.find('\n');
+  if (nl == std::string::npos) return std::nullopt;
+  std::string line = pending_.substr(0, nl);
+  pending_.erase(0, nl + 1);
+  return line;
+}
+
 std::optional<std::string> Runner::ReadTerminalLine() {
   for (;;) {
-    auto nl = pending_.find('\n');
-    if (nl != std::string::npos) {
-      std::string line = pending_.substr(0, nl);
-      pending_.erase(0, nl + 1);
-      return line;
-    }
+    if (auto line = TakeTerminalLine()) return line;
     if (input_done_) return std::nullopt;
-    char buffer[4096];
-    ssize_t n = read(STDIN_FILENO, buffer, sizeof(buffer));
-    if (n <= 0) {
-      input_done_ = true;
-    } else {
-      pending_.append(buffer, static_cast<std::size_t>(n));
-    }
+    ReadTerminal();
   }
 }
 
@@ -254,19 +259,10 @@ int Runner::RunInteractive() {
   };
   Start();
   loop_.SetInput(STDIN_FILENO, [&] {
-    char buffer[4096];
-    ssize_t n = read(STDIN_FILENO, buffer, sizeof(buffer));
-    if (n <= 0) {
-      input_done_ = true;
-    } else {
-      pending_.append(buffer, static_cast<std::size_t>(n));
-    }
-    for (auto nl = pending_.find('\n'); nl != std::string::npos;
-         nl = pending_.find('\n')) {
-      std::string line = pending_.substr(0, nl);
-      pending_.erase(0, nl + 1);
+    ReadTerminal();
+    while (auto line = TakeTerminalLine()) {
       // Anything that is no command is said in the room.
-      if (Run(line) != Outcome::kDone) Run("say " + line);
+      if (Run(*line) != Outcome::kDone) Run("say " + *line);
     }
   });
   while (!input_done_) {

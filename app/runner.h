@@ -60,6 +60,10 @@ class Runner {
   Outcome Run(const std::string& line);
   void PlayOnProgram(const ScriptCommand& command);
   void QueueAnswer(const ScriptCommand& command);
+  // What the terminal has now, into pending_ (its end sets input_done_).
+  void ReadTerminal();
+  // A whole line from pending_, if one is there.
+  std::optional<std::string> TakeTerminalLine();
   // The next whole line from the terminal, waiting for it; nullopt at its
   // end.
   std::optional<std::string> ReadTerminalLine();

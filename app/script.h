@@ -16,7 +16,6 @@ struct ScriptCommand {
     kProgram,  // something the member does in one of the program's windows
     kAnswer,   // the answer to the next input box (object "answer" with
                // text, or "answer-cancel")
-    kLater,    // a command of a capability this runner does not have yet
     kNotUnderstood,
   };
   Kind kind = Kind::kNothing;

@@ -39,8 +39,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
     if (!done) {
       // A menu item is known only to the program: one it does not have is
       // refused when clicked.
-      V2_FUZZ_CHECK(c.kind == Kind::kNotUnderstood || c.kind == Kind::kLater ||
-                        c.kind == Kind::kShow ||
+      V2_FUZZ_CHECK(c.kind == Kind::kNotUnderstood || c.kind == Kind::kShow ||
                         (c.kind == Kind::kProgram && c.object == "menu"),
                     "only a line that is not understood is refused");
       V2_FUZZ_CHECK(runner.client().TranscriptText() == room &&

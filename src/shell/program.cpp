@@ -127,9 +127,7 @@ bool Program::ClickMenu(const std::string& name) {
       !item->Visible || !item->Click) {
     return true;
   }
-  // The handler may end the program; take a copy of what runs.
-  std::function<void()> click = item->Click;
-  click();
+  item->Click();
   return true;
 }
 
