@@ -33,12 +33,24 @@ class TextControl {
   TextPeer* peer_ = nullptr;
 };
 
+// A text box. The rest is how a window shows it and what the member may do
+// in it; a value the program sets is never cut.
 struct TextBox {
   TextControl Text;
+  int MaxLength = 0;  // the most characters the member can type; 0: any
+  bool Enabled = true;
+  int Alignment = 0;    // 0 left, 1 right, 2 centred
+  int BorderStyle = 1;  // 0 none, 1 a fixed single border
 };
 
 struct Label {
   TextControl Caption;
+};
+
+// A ruled line of a form, from (X1, Y1) to (X2, Y2) in twips; it does
+// nothing.
+struct Line {
+  int X1 = 0, Y1 = 0, X2 = 0, Y2 = 0;
 };
 
 // The link from a list to a real list box showing it. The list is changed

@@ -28,12 +28,16 @@ class UiToolkit {
   // The controls on a form, showing the given control and raising its
   // events: a double click on the list (with ListIndex set to the entry
   // under it), each character typed into the text box, a click on a label.
+  // A text box shows as its MaxLength, Enabled, Alignment and BorderStyle
+  // say.
   virtual void AddListBox(Hwnd form, ListBox& list, TwipsRect at,
                           std::function<void()> DblClick) = 0;
   virtual void AddTextBox(Hwnd form, TextBox& box, TwipsRect at,
                           std::function<void(int KeyAscii)> KeyPress) = 0;
   virtual void AddLabel(Hwnd form, Label& label, TwipsRect at,
                         std::function<void()> Click) = 0;
+  // A ruled line drawn on the form.
+  virtual void AddLine(Hwnd form, const Line& line) = 0;
 
   // The form as a shaped window (its place, outline and stacking).
   virtual std::unique_ptr<ShapedWindow> Shaped(Hwnd form) = 0;
@@ -78,6 +82,7 @@ class NoUi : public UiToolkit {
   void AddTextBox(Hwnd, TextBox&, TwipsRect,
                   std::function<void(int)>) override {}
   void AddLabel(Hwnd, Label&, TwipsRect, std::function<void()>) override {}
+  void AddLine(Hwnd, const Line&) override {}
   std::unique_ptr<ShapedWindow> Shaped(Hwnd) override { return nullptr; }
   std::unique_ptr<PictureBox> Picture(Hwnd, const Pixels&, float, float,
                                       ColorRef, MouseMove) override {

@@ -19,6 +19,7 @@ class SimUi : public UiToolkit {
   void AddTextBox(Hwnd, TextBox&, TwipsRect,
                   std::function<void(int)>) override {}
   void AddLabel(Hwnd, Label&, TwipsRect, std::function<void()>) override {}
+  void AddLine(Hwnd, const Line&) override {}
   std::unique_ptr<ShapedWindow> Shaped(Hwnd form) override;
   std::unique_ptr<PictureBox> Picture(Hwnd form, const Pixels& picture,
                                       float width_twips, float height_twips,

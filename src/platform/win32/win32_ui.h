@@ -38,6 +38,8 @@ class Win32Ui : public UiToolkit {
                   std::function<void(int KeyAscii)> KeyPress) override;
   void AddLabel(Hwnd form, Label& label, TwipsRect at,
                 std::function<void()> Click) override;
+  // An etched line, two pixels high.
+  void AddLine(Hwnd form, const Line& line) override;
   std::unique_ptr<ShapedWindow> Shaped(Hwnd form) override;
   std::unique_ptr<PictureBox> Picture(Hwnd form, const Pixels& picture,
                                       float width_twips, float height_twips,
