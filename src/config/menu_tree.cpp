@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "config/settings.h"
+#include "config/style_window.h"
 #include "host/ghosting.h"
 #include "host/instant_messages.h"
 #include "host/keywords.h"
@@ -63,6 +64,8 @@ const std::pair<const char*, Member> kItems[] = {
     {"user", &Form2::user},
     {"brag", &Form2::brag},
     {"sep21", &Form2::sep21},
+    {"buildcustom", &Form2::buildcustom},
+    {"sep22", &Form2::sep22},
     {"instmsgs", &Form2::instmsgs},
     {"imon", &Form2::imon},
     {"imoff", &Form2::imoff},
@@ -153,7 +156,7 @@ void BuildMenuTree(Program& prog) {
   auto caption = [](MenuItem& item, const char* text) { item.Caption = text; };
   for (MenuItem* sep :
        {&f.sep41, &f.sep0, &f.sep8, &f.sep42, &f.sep1, &f.sep2, &f.sep3,
-        &f.sep4, &f.sep43, &f.sep21, &f.sep26, &f.sep16, &f.sep17}) {
+        &f.sep4, &f.sep43, &f.sep21, &f.sep22, &f.sep26, &f.sep16, &f.sep17}) {
     sep->Caption = std::string(1, '-');
   }
   caption(f.menu, "menu");
@@ -188,6 +191,7 @@ void BuildMenuTree(Program& prog) {
   caption(f.chatsendstatus, "chatsend status");
   caption(f.custom, "custom options");
   caption(f.brag, "brag stats");
+  caption(f.buildcustom, "build custom");
   caption(f.instmsgs, "inst msg's");
   caption(f.imon, "on");
   caption(f.imoff, "off");
@@ -212,8 +216,9 @@ void BuildMenuTree(Program& prog) {
   f.before.Items = {&f.imsoff, &f.ghostingon};
   f.after.Items = {&f.imson, &f.ghostingoff};
   f.buildtran.Items = {&f.chatsendstatus};
-  f.custom.Items = {&f.user,     &f.brag,  &f.sep21,    &f.instmsgs,
-                    &f.ghosting, &f.sep26, &f.roomenter};
+  f.custom.Items = {&f.user,        &f.brag,  &f.sep21,
+                    &f.buildcustom, &f.sep22, &f.instmsgs,
+                    &f.ghosting,    &f.sep26, &f.roomenter};
   f.instmsgs.Items = {&f.imon, &f.imoff};
   f.ghosting.Items = {&f.ghoston, &f.ghostoff};
   f.cchat.Items = {&f.cchat_on, &f.cchat_off};
@@ -242,6 +247,7 @@ void BuildMenuTree(Program& prog) {
   f.chatsendstatus.Click = [pp] { PostTransferStatus(*pp); };
   f.user.Click = [pp] { user_Click(*pp); };
   f.brag.Click = [pp] { brag_Click(*pp); };
+  f.buildcustom.Click = [pp] { ShowForm4(*pp); };
   f.imon.Click = [p] { IMsOn(*p); };
   f.imoff.Click = [p] { IMsOff(*p); };
   f.ghoston.Click = [p] { GhostOn(*p); };

@@ -4,6 +4,7 @@
 #include <functional>
 
 #include "config/menu_tree.h"
+#include "config/style_window.h"
 #include "platform/text.h"
 #include "shell/program.h"
 
@@ -101,31 +102,12 @@ void ReadUserSettings(Program& prog, bool ask_for_handle) {
 
 void ReadSettingsFile(Program& prog) {
   Platform& p = prog.platform;
-  const std::string file = SettingsFile(p);
-  auto read = [&](const char* key, TextControl& into, const char* fallback) {
-    std::string value = IniRead(p, kIniSection, key, file);
-    if (value.empty() && fallback) value = fallback;
-    into.Set(value);
-  };
-  read("brag", prog.form2.Label1.Caption, "0");
-  Form4& s = prog.form4;
-  read("afont", s.Text1.Text, "arial narrow");
-  read("font", s.Text2.Text, "arial narrow");
-  read("efont", s.Text23.Text, "arial narrow");
-  read("acolor", s.Text3.Text, "ff8000");
-  read("bcolor", s.Text4.Text, "c0c0c0");
-  read("ccolor", s.Text5.Text, "ff8000");
-  read("ascii1", s.Text11.Text, "\x8B\xA1'\x95");
-  read("ascii2", s.Text12.Text, "\x8B\xA1\xCC\x9B");
-  read("ascii3", s.Text13.Text, " \x8B\xCC\xA1");
-  read("eascii1", s.Text20.Text, nullptr);
-  read("eascii2", s.Text21.Text, nullptr);
-  read("eascii3", s.Text22.Text, nullptr);
-  read("mid", s.Text7.Text, ": idle :");
-  read("min", s.Text8.Text, "/mins");
-  read("reasons", s.Text9.Text, "reason:");
-  read("per", s.Text17.Text, "%");
-  read("ml", s.Text19.Text, "ml");
+  const std::string brag = IniRead(p, kIniSection, "brag", SettingsFile(p));
+  prog.form2.Label1.Caption.Set(brag.empty() ? std::string("0") : brag);
+  // Touching the style loads Form4, whose load reads the 17 keys; the
+  // start reads them once more, with the same result.
+  EnsureForm4(prog);
+  ReadStyleKeys(prog);
 }
 
 }  // namespace v2

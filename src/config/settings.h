@@ -40,7 +40,7 @@ std::string SettingsFile(Platform& p);
 // member gives none).
 void ReadUserSettings(Program& prog, bool ask_for_handle = false);
 // settings.dat into the live objects: the idle minutes of all time and the
-// style fields, each with its text for an empty read.
+// style fields (loading Form4), each with its text for an empty read.
 void ReadSettingsFile(Program& prog);
 
 }  // namespace v2

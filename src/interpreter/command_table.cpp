@@ -31,7 +31,7 @@ const std::array<CommandRow, kCommandCount>& CommandTable() {
       {"swelc", 7, R::kNone, nullptr},
       {"idleon", 8, R::kNone, IdleOn},
       {"idleoff", 9, R::kNone, IdleOff},
-      {"vcus", 5, R::kNone, nullptr},
+      {"vcus", 5, R::kNone, ViewCustom},
       {"vrea", 5, R::kNone, nullptr},
       {"glyph", 7, R::kNone, nullptr},
       {"exit", 6, R::kNone, Exit},

@@ -1,6 +1,7 @@
 #include "interpreter/host_commands.h"
 
 #include "config/settings.h"
+#include "config/style_window.h"
 #include "host/ghosting.h"
 #include "host/host_windows.h"
 #include "host/instant_messages.h"
@@ -41,6 +42,11 @@ void PrivateRoom(Program& prog, const std::string& CommandArg) {
     ChatSend(p, StyledLineTight(prog.form4, Pair::kMain,
                                 "entered room '" + CommandArg + "'"));
   }
+}
+
+void ViewCustom(Program& prog, const std::string&) {
+  ShowForm4(prog);
+  Reply(prog, "viewing custom settings");
 }
 
 void Keyword(Program& prog, const std::string& CommandArg) {

@@ -21,6 +21,8 @@ void GhostOffCommand(Program& prog, const std::string& CommandArg);
 void CheckImCommand(Program& prog, const std::string& CommandArg);
 // `im`: "name,message" sends an IM.
 void SendImCommand(Program& prog, const std::string& CommandArg);
+// `vcus`: shows the style window, without waiting for it.
+void ViewCustom(Program& prog, const std::string& CommandArg);
 // `kw`: the client runs a keyword or address.
 void Keyword(Program& prog, const std::string& CommandArg);
 

@@ -36,6 +36,7 @@ const TextBox& Tail(const Form4& f, Pair pair) {
 std::string Compose(const Form4& f, Pair pair, std::string_view middle,
                     bool tight) {
   // Every field is read now, so a value typed and not saved counts.
+  f.Touch();
   std::string line = "<font face=\"";
   line += f.Text1.Text.Get();
   line += "\" color=#";

@@ -2,6 +2,7 @@
 
 #include "config/menu_tree.h"
 #include "config/settings.h"
+#include "config/style_window.h"
 #include "host/host_windows.h"
 #include "idle/idle_tick.h"
 #include "interpreter/chat_event.h"
@@ -51,17 +52,12 @@ Program::Program(Platform& platform_in)
   text("Form2.Text5", form2.Text5);
   text("Form2.Text6", form2.Text6);
   controls_["Form2.Label1"] = [this] { return form2.Label1.Caption.Get(); };
-  const std::pair<const char*, const TextBox*> style[] = {
-      {"Form4.Text1", &form4.Text1},   {"Form4.Text2", &form4.Text2},
-      {"Form4.Text3", &form4.Text3},   {"Form4.Text4", &form4.Text4},
-      {"Form4.Text5", &form4.Text5},   {"Form4.Text7", &form4.Text7},
-      {"Form4.Text8", &form4.Text8},   {"Form4.Text9", &form4.Text9},
-      {"Form4.Text11", &form4.Text11}, {"Form4.Text12", &form4.Text12},
-      {"Form4.Text13", &form4.Text13}, {"Form4.Text17", &form4.Text17},
-      {"Form4.Text19", &form4.Text19}, {"Form4.Text20", &form4.Text20},
-      {"Form4.Text21", &form4.Text21}, {"Form4.Text22", &form4.Text22},
-      {"Form4.Text23", &form4.Text23}};
-  for (const auto& [name, box] : style) text(name, *box);
+  form4.OnFirstTouch = [this] { EnsureForm4(*this); };
+  for (const char* name : Form4FieldNames()) {
+    text((std::string("Form4.") + name).c_str(), *Form4Field(form4, name));
+  }
+  controls_["Form3"] = [this] { return WindowState(form3.window.get()); };
+  controls_["Form4"] = [this] { return WindowState(form4.window.get()); };
   ForEachMenuItem(*this, [this](MenuItem& item) {
     const MenuItem* m = &item;
     controls_["Form2." + item.Name] = [m] {

@@ -43,8 +43,9 @@ struct Form2 {
   // The rest of the popup: its root, heads, actions and separators.
   MenuItem menu, blahblah, sep41, sep0, idleconfigure, sep8, sep42, complex,
       sep1, reason, sep2, buildreas, sep3, sep4, sep43, before, after,
-      buildtran, chatsendstatus, custom, brag, sep21, instmsgs, imon, imoff,
-      ghosting, ghoston, ghostoff, sep26, roomenter, cchat, sep16, sep17, exit;
+      buildtran, chatsendstatus, custom, brag, sep21, buildcustom, sep22,
+      instmsgs, imon, imoff, ghosting, ghoston, ghostoff, sep26, roomenter,
+      cchat, sep16, sep17, exit;
   // Every item by its name.
   MenuItem* Item(const std::string& name);
 };
@@ -56,28 +57,73 @@ struct Form5 {
   std::unique_ptr<PictureBox> Picture1;
 };
 
-// The style fields, live even while the window is hidden. They start at the
-// values a line has when nothing is stored.
-struct Form4 {
-  TextBox Text1{TextControl("arial narrow")};  // lead font
-  TextBox Text2{TextControl("arial narrow")};  // body font
-  TextBox Text3{TextControl("ff8000")};        // lead colour
-  TextBox Text4{TextControl("c0c0c0")};        // body colour
-  TextBox Text5{TextControl("ff8000")};        // end colour
-  TextBox Text7{TextControl(": idle :")};
-  TextBox Text8{TextControl("/mins")};
-  TextBox Text9{TextControl("reason:")};
-  TextBox Text11{TextControl("\x8B\xA1'\x95")};     // lead of main
-  TextBox Text12{TextControl("\x8B\xA1\xCC\x9B")};  // lead of second, stat
-  TextBox Text13{TextControl(" \x8B\xCC\xA1")};     // lead of third, test
-  TextBox Text17{TextControl("%")};
-  TextBox Text19{TextControl("ml")};
-  TextBox Text20, Text21, Text22;               // tails
-  TextBox Text23{TextControl("arial narrow")};  // end font
-};
-
 // The banner word of every announcement.
 inline constexpr const char* kBanner = "vantrel\xB2";
+
+// A field of the style window as it was drawn: no border, and what the
+// member may type into it.
+inline TextBox StyleField(const char* text, int max_length = 0,
+                          bool enabled = true, int alignment = 0) {
+  return TextBox{TextControl(text), max_length, enabled, alignment, 0};
+}
+
+// The style window. Its keyed fields are the live style of every line, read
+// at the moment a line is made, whether the window shows or not; the
+// samples only show where the values go. The window is loaded on its first
+// touch (OnFirstTouch, set by the Program), which reads the stored style.
+struct Form4 {
+  // The fonts and colours of the three segments.
+  TextBox Text1 = StyleField("arial narrow");   // lead font
+  TextBox Text2 = StyleField("arial narrow");   // body font
+  TextBox Text23 = StyleField("arial narrow");  // end font
+  TextBox Text3 = StyleField("ff8000", 6);      // lead colour
+  TextBox Text4 = StyleField("c0c0c0", 6);      // body colour
+  TextBox Text5 = StyleField("ff8000", 6);      // end colour
+  // The first line: lead, banner, word, count, unit, tail.
+  TextBox Text11 = StyleField("\x8B\xA1'\x95");
+  TextBox Text6 = StyleField(kBanner, 0, false);
+  TextBox Text7 = StyleField(": idle :", 0, true, 2);
+  TextBox Text24 = StyleField("0", 0, false);
+  TextBox Text8 = StyleField("/mins");
+  TextBox Text20 = StyleField("\x8B");
+  // The second line: lead, word, reason, tail.
+  TextBox Text12 = StyleField("\x8B\xA1\xCC\x9B");
+  TextBox Text9 = StyleField("reason:");
+  TextBox Text10 = StyleField("reason goes here", 0, false, 2);
+  TextBox Text21 = StyleField("\x8B");
+  // The third line: lead, file, percentage and its sign, minutes left and
+  // their unit, tail.
+  TextBox Text13 = StyleField(" \x8B\xCC\xA1");
+  TextBox Text15 = StyleField("file goes here", 0, false, 2);
+  TextBox Text16 = StyleField("0", 0, false);
+  TextBox Text17 = StyleField("%");
+  TextBox Text18 = StyleField("0", 0, false);
+  TextBox Text19 = StyleField("ml");
+  TextBox Text22 = StyleField("\x8B");
+  Label Label1{TextControl("afont:")};
+  Label Label2{TextControl("font:")};
+  Label Label7{TextControl("end font:")};
+  Label Label3{TextControl("begin color:")};
+  Label Label4{TextControl("font color:")};
+  Label Label5{TextControl("end color:")};
+  Label Label6{TextControl(":")};
+  Label Label8{TextControl("save and exit")};
+  Label Label9{TextControl("scroll test")};
+  Label Label10{TextControl("cancel")};
+  Line Line2{120, 960, 5580, 960};
+  Line Line1{120, 1800, 5580, 1800};
+
+  bool loaded = false;
+  Hwnd hwnd = 0;  // the window, where the platform makes one
+  std::unique_ptr<ShapedWindow> window;
+  std::unique_ptr<PictureBox> Picture1;  // the background and outline
+  Grab grab;                             // where the drag took hold
+  std::function<void()> OnFirstTouch;
+  // Whoever reads the style touches the window first.
+  void Touch() const {
+    if (!loaded && OnFirstTouch) OnFirstTouch();
+  }
+};
 
 class Program {
  public:

@@ -109,6 +109,11 @@ void Picture1_MouseMove(ShapedWindow& form, Grab& grab, std::int16_t Button,
   }
 }
 
+std::string WindowState(ShapedWindow* form) {
+  if (!form || !form->windows().IsWindowVisible(form->hWnd())) return "hidden";
+  return form->Left() >= form->screen().Width ? "off screen" : "shown";
+}
+
 void ShowShaped(ShapedWindow& form) {
   const Screen screen = form.screen();
   if (form.Left() >= screen.Width) {

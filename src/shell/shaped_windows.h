@@ -5,6 +5,7 @@
 // nothing of what the windows hold.
 #include <cstdint>
 #include <functional>
+#include <string>
 
 #include "platform/event_loop.h"
 #include "platform/shaped.h"
@@ -50,5 +51,8 @@ void Picture1_MouseMove(ShapedWindow& form, Grab& grab, std::int16_t Button,
 // where it stood before the slide, or to the middle of the screen when that
 // place is not known.
 void ShowShaped(ShapedWindow& form);
+// "shown", "hidden" (also for a window not made) or "off screen" (shown,
+// and slid off to the right).
+std::string WindowState(ShapedWindow* form);
 
 }  // namespace v2
