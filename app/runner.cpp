@@ -3,11 +3,15 @@
 #include <unistd.h>
 
 #include <cstdlib>
+#include <fstream>
 #include <istream>
 #include <ostream>
 #include <sstream>
 
+#include "app/room_render.h"
 #include "app/script.h"
+#include "config/settings.h"
+#include "config/style_window.h"
 #include "platform/text.h"
 
 namespace v2 {
@@ -41,6 +45,10 @@ bool ParseRunnerArgs(int argc, const char* const* argv, RunnerOptions& options,
   options.user_store = DefaultUserStore();
   for (int i = 1; i < argc; ++i) {
     std::string arg = argv[i];
+    if (arg == "--raw") {
+      options.raw = true;
+      continue;
+    }
     if (i + 1 >= argc) {
       error = "missing value after " + arg;
       return false;
@@ -87,7 +95,17 @@ Runner::Runner(const RunnerOptions& options, std::ostream& out,
       host_(windows_, loop_),
       client_(host_, options.screen_name),
       program_(platform_) {
-  client_.on_line = [this](const std::string& line) { Print(line); };
+  // At the terminal a room line looks as the client shows it: colours,
+  // bold and underline, and no tags.
+  const bool rendered = !options.script && !options.raw;
+  client_.on_line = [this, rendered](const std::string& line) {
+    if (!rendered) {
+      Print(line);
+      return;
+    }
+    out_ << RenderRoomLine(line) << '\n';
+    out_.flush();
+  };
   client_.on_event = [this](const std::string& event) { Print(event); };
   ui_.on_event = [this](const std::string& event) { Print(event); };
   // The program's end is the process's end, as it is on Windows: whatever
@@ -151,6 +169,10 @@ Runner::Outcome Runner::Run(const std::string& raw) {
       loop_.RunFor(static_cast<std::int64_t>(command.seconds * 1000.0 + 0.5));
       break;
     case ScriptCommand::Kind::kShow: {
+      if (command.object == "settings.dat") {
+        ShowSettingsFile();
+        break;
+      }
       std::string value;
       if (!ShowOfClient(client_, command.object, value) &&
           !program_.Show(command.object, value)) {
@@ -170,6 +192,10 @@ void Runner::PlayOnProgram(const ScriptCommand& command) {
     ui_.ClickTray(command.text == "right" ? 2 : 1);
     return;
   }
+  if (command.object.compare(0, 7, "custom ") == 0) {
+    PlayOnForm4(command);
+    return;
+  }
   // The member's hands in the reason list window, which the first touch
   // brings into being.
   EnsureForm3(program_);
@@ -187,6 +213,49 @@ void Runner::PlayOnProgram(const ScriptCommand& command) {
     Form3_Label1_Click(program_);
   } else if (command.object == "reasons cancel") {
     Form3_Label2_Click(program_);
+  }
+}
+
+// settings.dat line by line, as it lies beside the program.
+void Runner::ShowSettingsFile() {
+  std::ifstream in(files_.NativePath(SettingsFile(platform_)),
+                   std::ios::binary);
+  if (!in) {
+    Print("[settings.dat] missing");
+    return;
+  }
+  std::string line;
+  while (std::getline(in, line)) {
+    if (!line.empty() && line.back() == '\r') line.pop_back();
+    Print("[settings.dat] " + line);
+  }
+}
+
+// The member's hands in the style window.
+void Runner::PlayOnForm4(const ScriptCommand& command) {
+  EnsureForm4(program_);
+  if (command.object == "custom type") {
+    const auto blank = command.text.find(' ');
+    TextBox* box = Form4Field(program_.form4, command.text.substr(0, blank));
+    // A disabled field takes no keys; a full one loses the rest.
+    if (!box || !box->Enabled) return;
+    box->Text.Set("");
+    const std::string typed =
+        blank == std::string::npos ? "" : command.text.substr(blank + 1);
+    for (char key : typed) {
+      std::string now = box->Text.Get();
+      if (box->MaxLength > 0 &&
+          now.size() >= static_cast<std::size_t>(box->MaxLength)) {
+        break;
+      }
+      box->Text.Set(now + key);
+    }
+  } else if (command.object == "custom save") {
+    Form4_Label8_Click(program_);
+  } else if (command.object == "custom test") {
+    Form4_Label9_Click(program_);
+  } else if (command.object == "custom cancel") {
+    Form4_Label10_Click(program_);
   }
 }
 
@@ -242,14 +311,14 @@ std::optional<std::string> Runner::ReadTerminalLine() {
 }
 
 int Runner::RunInteractive() {
-  err_
-      << "vantrel2-sim: " << Cp1252ToUtf8(options_.screen_name)
-      << " is signed on and in the room. Type a line to say it, or a command\n"
-         "(say, type, typeahead, other NAME TEXT, wait S, show OBJECT,\n"
-         "close welcome, open welcome, close client, open client,\n"
-         "menu ITEM, tray right, answer TEXT, download NAME PERCENT MINUTES).\n"
-         "An [inputbox] waits for the next line as its answer (an empty line\n"
-         "cancels). End with Ctrl-D.\n";
+  err_ << "vantrel2-sim: " << Cp1252ToUtf8(options_.screen_name)
+       << " is signed on and in the room. Type a line to say it, or a command\n"
+          "(say, type, typeahead, other NAME TEXT, wait S, show OBJECT,\n"
+          "close welcome, open welcome, close client, open client,\n"
+          "menu ITEM, tray right, answer TEXT, download NAME PERCENT MINUTES,\n"
+          "custom type FIELD TEXT, custom save, custom test, custom cancel).\n"
+          "An [inputbox] waits for the next line as its answer (an empty line\n"
+          "cancels). End with Ctrl-D.\n";
   // A box the program opens takes the next line typed; the program waits
   // for it as it would for the member.
   ui_.ask = [this]() -> std::optional<std::string> {

@@ -22,6 +22,9 @@ struct RunnerOptions {
   std::optional<LocalTime> clock;
   std::string program_dir;
   std::string user_store;
+  // Room lines as the protocol prints them, also at the terminal (where
+  // they are otherwise shown as the client renders them).
+  bool raw = false;
   // When the program ends itself (`exit`), the process ends with it, as on
   // Windows; otherwise the runner only stops playing (tests, fuzzing).
   bool end_process = true;
@@ -59,6 +62,8 @@ class Runner {
   enum class Outcome { kDone, kNotUnderstood, kNotYet };
   Outcome Run(const std::string& line);
   void PlayOnProgram(const ScriptCommand& command);
+  void PlayOnForm4(const ScriptCommand& command);
+  void ShowSettingsFile();
   void QueueAnswer(const ScriptCommand& command);
   // What the terminal has now, into pending_ (its end sets input_done_).
   void ReadTerminal();

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "config/style_window.h"
 #include "platform/text.h"
 
 namespace v2 {
@@ -109,6 +110,22 @@ ScriptCommand ParseScriptLine(const std::string& utf8_line) {
       c.kind = ScriptCommand::Kind::kProgram;
       c.object = "reasons edit";
       c.text = n;
+    }
+  } else if (Take(line, "custom", rest)) {
+    std::string typed;
+    c.kind = ScriptCommand::Kind::kNotUnderstood;
+    if (rest == "save" || rest == "test" || rest == "cancel") {
+      c.kind = ScriptCommand::Kind::kProgram;
+      c.object = "custom " + rest;
+    } else if (Take(rest, "type", typed)) {
+      // FIELD, a blank and TEXT; TEXT may be empty.
+      const std::string field = typed.substr(0, typed.find(' '));
+      for (const char* name : Form4FieldNames()) {
+        if (field != name) continue;
+        c.kind = ScriptCommand::Kind::kProgram;
+        c.object = "custom type";
+        c.text = typed;
+      }
     }
   } else if (Take(line, "answer", rest)) {
     c.kind = ScriptCommand::Kind::kAnswer;

@@ -14,6 +14,7 @@ struct ScriptCommand {
     kWait,
     kShow,
     kProgram,  // something the member does in one of the program's windows
+               // (custom type: text is FIELD, a blank and TEXT)
     kAnswer,   // the answer to the next input box (object "answer" with
                // text, or "answer-cancel")
     kNotUnderstood,
