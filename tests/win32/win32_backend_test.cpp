@@ -121,11 +121,24 @@ TEST(Win32Loop, TimersPostedEventsAndPause) {
   EXPECT_EQ(deepest, 1);
   EXPECT_GE(ticks, 2);
 
-  // Messages of the thread's queue are handled by a pump.
+  // Messages of the thread's queue are handled by a pump; the pump of an
+  // open popup menu leaves keys and clicks to the menu.
   HWND h = MakeWindow("V2 Test Window", "V2 Queue");
+  HWND menu = MakeWindow("V2 Test Window", "V2 Menu");
+  PostMessageA(menu, WM_KEYDOWN, VK_DOWN, 0);
+  PostMessageA(menu, WM_LBUTTONDOWN, 0, 0);
+  loop.Post([&] { ++ran; });
   PostMessageA(h, WM_CLOSE, 0, 0);
+  loop.PumpEventsLeavingInput();
+  EXPECT_EQ(ran, 2);
+  EXPECT_FALSE(IsWindow(h));  // closed all the same
+  MSG left;
+  EXPECT_TRUE(PeekMessageA(&left, menu, WM_KEYDOWN, WM_KEYDOWN, PM_NOREMOVE));
+  EXPECT_TRUE(
+      PeekMessageA(&left, menu, WM_LBUTTONDOWN, WM_LBUTTONDOWN, PM_NOREMOVE));
   PumpEvents(p);
-  EXPECT_FALSE(IsWindow(h));
+  EXPECT_FALSE(PeekMessageA(&left, menu, 0, 0, PM_NOREMOVE));
+  DestroyWindow(menu);
 
   LocalTime now = loop.clock().LocalNow();
   SYSTEMTIME st;

@@ -54,9 +54,9 @@ void Win32Loop::AddWatcher(std::function<void()> look, int interval_ms) {
   core_.AddWatcher(std::move(look), interval_ms, clock_.NowMs());
 }
 
-void Win32Loop::PumpEvents() {
+void Win32Loop::Drain(unsigned first, unsigned last) {
   MSG msg;
-  while (!quitting_ && PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) {
+  while (!quitting_ && PeekMessageA(&msg, nullptr, first, last, PM_REMOVE)) {
     if (msg.message == WM_QUIT) {
       quitting_ = true;
       exit_code_ = static_cast<int>(msg.wParam);
@@ -65,6 +65,21 @@ void Win32Loop::PumpEvents() {
     TranslateMessage(&msg);
     DispatchMessageA(&msg);
   }
+}
+
+void Win32Loop::PumpEvents() {
+  Drain(0, 0);
+  RunLoopWork();
+}
+
+void Win32Loop::PumpEventsLeavingInput() {
+  Drain(0, WM_KEYFIRST - 1);
+  Drain(WM_KEYLAST + 1, WM_MOUSEFIRST - 1);
+  Drain(WM_MOUSELAST + 1, 0xFFFFFFFF);
+  RunLoopWork();
+}
+
+void Win32Loop::RunLoopWork() {
   core_.RunWatchers(clock_.NowMs(), false);
   core_.RunPosted();
   core_.FireDueTimers(clock_.NowMs());

@@ -28,6 +28,9 @@ class Win32Loop : public EventLoop {
   void Post(std::function<void()> event) override;
   void AddWatcher(std::function<void()> look, int interval_ms) override;
   void PumpEvents() override;
+  // The same, leaving the keyboard's and the mouse's messages in the queue:
+  // while a popup menu is open its own loop must see them.
+  void PumpEventsLeavingInput();
   void WaitUntil(std::int64_t deadline_ms) override;
 
   // Runs until WM_QUIT reaches the thread; gives its exit code.
@@ -35,6 +38,10 @@ class Win32Loop : public EventLoop {
   bool quitting() const { return quitting_; }
 
  private:
+  // Handles the waiting messages numbered first to last.
+  void Drain(unsigned first, unsigned last);
+  void RunLoopWork();
+
   Win32Clock clock_;
   LoopCore core_;
   bool quitting_ = false;

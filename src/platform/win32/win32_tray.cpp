@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "platform/win32/win32_loop.h"
 #include "platform/win32/win32_ui.h"
 #include "platform/win32/win32_ui_parts.h"
 
@@ -164,7 +165,15 @@ LRESULT CALLBACK OwnerProc(HWND hwnd, UINT msg, WPARAM w, LPARAM l) {
     // time the menu's own loop has the thread.
     if (o->menu_loop && !o->pumping) {
       o->pumping = true;
-      Guarded([&] { o->menu_loop->PumpEvents(); });
+      // The member's keys and clicks are the menu's.
+      auto* real = dynamic_cast<Win32Loop*>(o->menu_loop);
+      Guarded([&] {
+        if (real) {
+          real->PumpEventsLeavingInput();
+        } else {
+          o->menu_loop->PumpEvents();
+        }
+      });
       o->pumping = false;
     }
     return 0;
