@@ -156,8 +156,11 @@ void Win32Ui::AddTextBox(Hwnd form, TextBox& box, TwipsRect at,
       reinterpret_cast<HMENU>(static_cast<INT_PTR>(c->id)),
       GetModuleHandleA(nullptr), nullptr);
   if (!c->hwnd) return;
-  SendMessageA(c->hwnd, WM_SETFONT,
-               reinterpret_cast<WPARAM>(GetStockObject(DEFAULT_GUI_FONT)),
+  // Small enough for a font's name to fit a field as the form was drawn.
+  static HFONT field_font =
+      CreateFontA(-Pixels(150, false), 0, 0, 0, FW_NORMAL, 0, 0, 0,
+                  ANSI_CHARSET, 0, 0, 0, 0, "Tahoma");
+  SendMessageA(c->hwnd, WM_SETFONT, reinterpret_cast<WPARAM>(field_font),
                FALSE);
   // The limit holds for typing only: a text the program sets is kept whole.
   if (box.MaxLength > 0) {
@@ -179,13 +182,15 @@ void Win32Ui::AddLabel(Hwnd form, Label& label, TwipsRect at,
   c->id = next_id_++;
   c->hwnd = CreateWindowExA(
       0, "STATIC", label.Caption.Get().c_str(),
-      WS_CHILD | WS_VISIBLE | SS_NOTIFY, Pixels(at.left, true),
-      Pixels(at.top, false), Pixels(at.width, true), Pixels(at.height, false),
-      ToHwnd(form), reinterpret_cast<HMENU>(static_cast<INT_PTR>(c->id)),
+      WS_CHILD | WS_VISIBLE | SS_NOTIFY | SS_LEFTNOWORDWRAP,
+      Pixels(at.left, true), Pixels(at.top, false), Pixels(at.width, true),
+      Pixels(at.height, false), ToHwnd(form),
+      reinterpret_cast<HMENU>(static_cast<INT_PTR>(c->id)),
       GetModuleHandleA(nullptr), nullptr);
   if (!c->hwnd) return;
-  // The labels are drawn small, to fit the picture they lie on.
-  static HFONT small = CreateFontA(-Pixels(135, false), 0, 0, 0, FW_NORMAL, 0,
+  // The labels are drawn small, to fit the picture they lie on: the
+  // three of the style window stand close together.
+  static HFONT small = CreateFontA(-Pixels(120, false), 0, 0, 0, FW_NORMAL, 0,
                                    0, 0, ANSI_CHARSET, 0, 0, 0, 0, "Tahoma");
   SendMessageA(c->hwnd, WM_SETFONT, reinterpret_cast<WPARAM>(small), FALSE);
   c->click = std::move(Click);
