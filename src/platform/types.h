@@ -51,6 +51,14 @@ struct Point {
   std::int32_t y = 0;
 };
 
+// How twips stand to the screen's pixels, and the screen's size in twips.
+struct Screen {
+  float TwipsPerPixelX = 15;
+  float TwipsPerPixelY = 15;
+  float Width = 1024 * 15;  // twips
+  float Height = 768 * 15;  // twips
+};
+
 // Layout-compatible with the rich edit TEXTRANGEA structure.
 struct TextRange {
   std::int32_t cpMin;

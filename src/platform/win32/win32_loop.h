@@ -29,6 +29,8 @@ class Win32Loop : public EventLoop {
   void AddWatcher(std::function<void()> look, int interval_ms) override;
   void PumpEvents() override;
   void WaitUntil(std::int64_t deadline_ms) override;
+  // Sleeps: messages stay in the queue until the thread pumps again.
+  void Hold(std::int64_t ms) override;
 
   // Runs until WM_QUIT reaches the thread; gives its exit code.
   int Run();
