@@ -96,8 +96,16 @@ Placement Place(HWND parent, Win32WindowHost::Window* p,
       return {WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_VISIBLE, 320, 260, 340,
               150};
     }
-    if (cls == "_AOL_Modal") {  // the upload's status window
+    if (cls == "_AOL_Modal") {  // the upload's status, the time online
       return {WS_POPUP | WS_CAPTION | WS_VISIBLE, 280, 220, 400, 120};
+    }
+    if (cls == "_Oscar_BuddyListWin") {  // the other messenger, at the side
+      return {WS_OVERLAPPEDWINDOW | WS_VISIBLE, 780, 20, 230, 420};
+    }
+    if (cls == "Shell_TrayWnd") {  // the task bar along the bottom
+      const int w = GetSystemMetrics(SM_CXSCREEN);
+      const int h = GetSystemMetrics(SM_CYSCREEN);
+      return {WS_POPUP | WS_VISIBLE, 0, h - 30, w, 30};
     }
     return {WS_OVERLAPPEDWINDOW | WS_VISIBLE, 20, 20, 900, 700};
   }
@@ -116,7 +124,13 @@ Placement Place(HWND parent, Win32WindowHost::Window* p,
     return {child | WS_CAPTION | WS_THICKFRAME | WS_CLIPCHILDREN,
             8 + (n % 2) * 432, 8 + (n / 2 % 2) * 316, 424, 308};
   }
+  if (cls == "TrayNotifyWnd") return {child, r.right - 110, 2, 106, 26};
+  if (cls == "TrayClockWClass") return {child, 0, 0, r.right, r.bottom};
   if (!p) return {child, 0, 0, 100, 24};
+  if (p->cls == "_AOL_Toolbar") {  // icons beside the keyword line
+    if (cls == "_AOL_Glyph") return {child, r.right - 40, 2, 36, 28};
+    if (cls == "_AOL_Icon") return {child, 336 + 46 * p->icons++, 3, 42, 26};
+  }
   if (cls == "_AOL_Icon" || cls == "Button") {
     if (p->icon_row_y < 0) {
       p->icon_row_y = p->next_y;
@@ -128,6 +142,7 @@ Placement Place(HWND parent, Win32WindowHost::Window* p,
   int h = 24;
   if (cls == "RICHCNTL") h = p->next_y <= 8 ? 150 : 26;
   if (cls == "_AOL_Listbox") h = 40;
+  if (cls == "_AOL_Tree") h = 120;
   Placement out{child, 8, p->next_y, width, h};
   p->next_y += h + 6;
   return out;
@@ -346,6 +361,111 @@ void Win32WindowHost::After(int ms, std::function<void()> work) {
   UINT_PTR id = SetTimer(nullptr, 0, static_cast<UINT>(std::max(ms, 1)),
                          &HostAccess::TimerProc);
   if (id) timers_[id] = std::move(work);
+}
+
+void Win32WindowHost::Raise(Hwnd h) {
+  if (!Find(h)) return;
+  ++internal_;
+  SetWindowPos(ToHwnd(h), HWND_TOP, 0, 0, 0, 0,
+               SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+  --internal_;
+}
+
+bool Win32WindowHost::Shown(Hwnd h) {
+  return Find(h) &&
+         (GetWindowLongA(ToHwnd(h), GWL_STYLE) & WS_VISIBLE) == WS_VISIBLE;
+}
+
+std::int64_t Win32WindowHost::NowMs() {
+  return static_cast<std::int64_t>(GetTickCount64());
+}
+
+void Win32WindowHost::SetClock(const LocalTime& start) {
+  clock_set_ = true;
+  clock_start_ = start;
+  clock_set_at_ms_ = GetTickCount64();
+}
+
+LocalTime Win32WindowHost::LocalNow() {
+  SYSTEMTIME t{};
+  if (!clock_set_) {
+    GetLocalTime(&t);
+  } else {
+    SYSTEMTIME start{};
+    start.wYear = static_cast<WORD>(clock_start_.year);
+    start.wMonth = static_cast<WORD>(clock_start_.month);
+    start.wDay = static_cast<WORD>(clock_start_.day);
+    start.wHour = static_cast<WORD>(clock_start_.hour);
+    start.wMinute = static_cast<WORD>(clock_start_.minute);
+    start.wSecond = static_cast<WORD>(clock_start_.second);
+    FILETIME f{};
+    SystemTimeToFileTime(&start, &f);
+    ULARGE_INTEGER n;
+    n.LowPart = f.dwLowDateTime;
+    n.HighPart = f.dwHighDateTime;
+    n.QuadPart += (GetTickCount64() - clock_set_at_ms_) * 10000;  // 100 ns
+    f.dwLowDateTime = n.LowPart;
+    f.dwHighDateTime = n.HighPart;
+    FileTimeToSystemTime(&f, &t);
+  }
+  return {t.wYear,   t.wMonth,  t.wDay,         t.wHour,
+          t.wMinute, t.wSecond, t.wMilliseconds};
+}
+
+Point Win32WindowHost::Pointer() {
+  POINT p{};
+  GetCursorPos(&p);
+  return {static_cast<std::int32_t>(p.x), static_cast<std::int32_t>(p.y)};
+}
+
+void Win32WindowHost::MovePointer(int x, int y) { SetCursorPos(x, y); }
+
+namespace {
+
+// A real menu of the items; a submenu is a popup menu of its own.
+HMENU BuildMenu(HMENU menu, const std::vector<MenuSpec>& items) {
+  for (const MenuSpec& item : items) {
+    if (item.IsSeparator()) {
+      AppendMenuA(menu, MF_SEPARATOR, 0, nullptr);
+    } else if (!item.items.empty()) {
+      HMENU sub = BuildMenu(CreatePopupMenu(), item.items);
+      AppendMenuA(menu, MF_POPUP | MF_STRING, reinterpret_cast<UINT_PTR>(sub),
+                  item.text.c_str());
+    } else {
+      AppendMenuA(menu, MF_STRING, item.id, item.text.c_str());
+    }
+  }
+  return menu;
+}
+
+}  // namespace
+
+void Win32WindowHost::SetMenuBar(Hwnd window,
+                                 const std::vector<MenuSpec>& menus) {
+  if (!Find(window)) return;
+  HWND hwnd = ToHwnd(window);
+  HMENU old = GetMenu(hwnd);
+  SetMenu(hwnd, BuildMenu(CreateMenu(), menus));
+  if (old) DestroyMenu(old);
+  DrawMenuBar(hwnd);
+}
+
+void Win32WindowHost::TrackPopup(Hwnd at, const std::vector<MenuSpec>& items,
+                                 std::function<void(std::uint32_t)> chosen) {
+  if (!Find(at)) return;
+  HWND anchor = ToHwnd(at);
+  RECT r{};
+  GetWindowRect(anchor, &r);
+  HMENU menu = BuildMenu(CreatePopupMenu(), items);
+  // The system's own menu loop has the thread until the menu closes; keys
+  // posted to the menu's window are taken by it.
+  UINT id = TrackPopupMenu(menu,
+                           TPM_RETURNCMD | TPM_NONOTIFY | TPM_LEFTALIGN |
+                               TPM_TOPALIGN | TPM_LEFTBUTTON,
+                           r.left, r.bottom, 0, GetAncestor(anchor, GA_ROOT),
+                           nullptr);
+  DestroyMenu(menu);
+  if (id != 0 && chosen) chosen(id);
 }
 
 void Win32WindowHost::PumpFor(int ms) {

@@ -44,7 +44,12 @@ inline constexpr std::uint32_t kSwpNoZOrder = 4;
 inline constexpr std::uint32_t kMfByPosition = 0x400;
 
 inline constexpr WParam kVkReturn = 13;
+inline constexpr WParam kVkEscape = 27;
 inline constexpr WParam kVkSpace = 32;
+inline constexpr WParam kVkLeft = 37;
+inline constexpr WParam kVkUp = 38;
+inline constexpr WParam kVkRight = 39;
+inline constexpr WParam kVkDown = 40;
 
 struct Point {
   std::int32_t x = 0;

@@ -131,6 +131,11 @@ std::string SimWindows::ClassOf(Hwnd h) const {
   return n ? n->cls : std::string();
 }
 
+bool SimWindows::Shown(Hwnd h) const {
+  const Node* n = Find(h);
+  return n && n->visible;
+}
+
 bool SimWindows::DeliverPosted() {
   if (posted_.empty()) return false;
   std::deque<Posted> batch;

@@ -34,6 +34,8 @@ class SimWindows : public WindowServices {
   std::vector<Hwnd> Children(Hwnd parent) const;
   Hwnd Parent(Hwnd h) const;
   std::string ClassOf(Hwnd h) const;
+  // Whether the window itself is shown, whatever its parents are.
+  bool Shown(Hwnd h) const;
 
   // Menus: a menu bar is a menu whose items open submenus.
   Hmenu CreateMenu();
