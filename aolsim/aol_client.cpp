@@ -138,6 +138,11 @@ std::vector<std::string> AolClient::WindowTitles() {
   return titles;
 }
 
+std::string AolClient::Showing(Hwnd h) {
+  if (!host_.Exists(h)) return "none";
+  return host_.Shown(h) ? "shown" : "hidden";
+}
+
 void AolClient::Quit() {
   // The upload window and the time box are top level and do not go with the
   // frame.

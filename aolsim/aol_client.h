@@ -71,6 +71,9 @@ class AolClient {
   std::string RoomName();
   // The titles of the client's windows in its MDI area, in sibling order.
   std::vector<std::string> WindowTitles();
+  // How one of the client's windows stands: "shown", "hidden" (the window
+  // itself, whatever its parents) or "none" when it is not there.
+  std::string Showing(Hwnd h);
 
   // Carries out an item of the client's menus (a toolbar popup's or the
   // menu bar's) by its number: "[client menu] ITEM", then what it does. A
@@ -80,8 +83,11 @@ class AolClient {
   // Signing off closes the Welcome window and the room and puts the sign-on
   // window first in the MDI area ("[signed off]"); its 4th icon signs on
   // again after signon_delay_ms ("[signed on]": a Welcome window, no room
-  // yet). A press while a sign-on is under way does nothing.
+  // yet). A press while a sign-on is under way does nothing. The menus'
+  // Sign Off does it kSignOffMs after the command; SignOff itself at once,
+  // as a lost connection does.
   void SignOff();
+  static constexpr int kSignOffMs = 500;
   bool SignedOn() const { return signed_on_; }
   int signon_delay_ms = 5000;
   // The text of the "Time Online" box: the time since the member signed on.

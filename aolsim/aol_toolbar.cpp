@@ -186,9 +186,14 @@ void AolClient::MenuCommand(std::uint32_t id) {
     case Does::kTimeOnline:
       OpenTimeOnline();
       break;
-    case Does::kSignOff:
-      SignOff();
+    case Does::kSignOff: {
+      // Signing off takes the client a moment.
+      const int session = session_;
+      host_.After(kSignOffMs, [this, session] {
+        if (session == session_) SignOff();
+      });
       break;
+    }
     case Does::kQuit:
       Quit();
       break;

@@ -84,6 +84,7 @@ void RegisterOnce(const std::string& cls) {
 struct Placement {
   DWORD style;
   int x, y, w, h;
+  DWORD ex_style = 0;
 };
 
 // Where a new window goes, so that a person watching sees the client's
@@ -105,7 +106,7 @@ Placement Place(HWND parent, Win32WindowHost::Window* p,
     if (cls == "Shell_TrayWnd") {  // the task bar along the bottom
       const int w = GetSystemMetrics(SM_CXSCREEN);
       const int h = GetSystemMetrics(SM_CYSCREEN);
-      return {WS_POPUP | WS_VISIBLE, 0, h - 30, w, 30};
+      return {WS_POPUP | WS_VISIBLE, 0, h - 30, w, 30, WS_EX_TOPMOST};
     }
     return {WS_OVERLAPPEDWINDOW | WS_VISIBLE, 20, 20, 900, 700};
   }
@@ -117,7 +118,10 @@ Placement Place(HWND parent, Win32WindowHost::Window* p,
   constexpr int kBar = 32;  // the toolbar's height
   if (cls == "AOL Toolbar") return {child, 0, 0, r.right, kBar};
   if (cls == "_AOL_Toolbar") return {child, 0, 0, r.right, r.bottom};
-  if (cls == "_AOL_Combobox") return {child, 8, 4, 320, 24};
+  // The toolbar: its icons from the left, the keyword line behind them.
+  // Their popups open below them, clear of the middle of the screen where
+  // a pointer rests when nobody moved it.
+  if (cls == "_AOL_Combobox") return {child, 540, 4, 250, 24};
   if (cls == "Edit") return {child, 0, 0, r.right, r.bottom};
   if (cls == "MDIClient") return {child, 0, kBar, r.right, r.bottom - kBar};
   if (cls == "AOL Child") {
@@ -127,9 +131,9 @@ Placement Place(HWND parent, Win32WindowHost::Window* p,
   if (cls == "TrayNotifyWnd") return {child, r.right - 110, 2, 106, 26};
   if (cls == "TrayClockWClass") return {child, 0, 0, r.right, r.bottom};
   if (!p) return {child, 0, 0, 100, 24};
-  if (p->cls == "_AOL_Toolbar") {  // icons beside the keyword line
+  if (p->cls == "_AOL_Toolbar") {
     if (cls == "_AOL_Glyph") return {child, r.right - 40, 2, 36, 28};
-    if (cls == "_AOL_Icon") return {child, 336 + 46 * p->icons++, 3, 42, 26};
+    if (cls == "_AOL_Icon") return {child, 8 + 40 * p->icons++, 3, 36, 26};
   }
   if (cls == "_AOL_Icon" || cls == "Button") {
     if (p->icon_row_y < 0) {
@@ -279,8 +283,8 @@ Hwnd Win32WindowHost::Create(Hwnd parent, const std::string& cls,
   if (!system) RegisterOnce(cls);
   HWND parent_hwnd = ToHwnd(parent);
   Placement at = Place(parent_hwnd, Find(parent), cls);
-  HWND hwnd = CreateWindowExA(0, cls.c_str(), title.c_str(), at.style, at.x,
-                              at.y, at.w, at.h, parent_hwnd, nullptr,
+  HWND hwnd = CreateWindowExA(at.ex_style, cls.c_str(), title.c_str(), at.style,
+                              at.x, at.y, at.w, at.h, parent_hwnd, nullptr,
                               GetModuleHandleA(nullptr), nullptr);
   if (!hwnd) return 0;
   auto* win = new Window;

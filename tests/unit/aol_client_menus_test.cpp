@@ -149,6 +149,9 @@ TEST(ClientMenus, SigningOffThroughTheMenuBarAndOnAgain) {
 
   w.loop.RunFor(3 * 3600 * 1000);
   w.windows.SendMessageA(w.client.frame(), kWmCommand, id, 0);
+  EXPECT_EQ(w.events, std::vector<std::string>{"[client menu] Sign Off"});
+  EXPECT_NE(FindChatRoom(p), 0u);  // a moment still to say goodbye
+  w.loop.RunFor(aolsim::AolClient::kSignOffMs);
   EXPECT_EQ(w.events, (std::vector<std::string>{"[client menu] Sign Off",
                                                 "[signed off]"}));
   EXPECT_FALSE(w.client.SignedOn());
