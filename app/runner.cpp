@@ -65,6 +65,16 @@ bool ParseRunnerArgs(int argc, const char* const* argv, RunnerOptions& options,
       options.program_dir = value;
     } else if (arg == "--user-store") {
       options.user_store = value;
+    } else if (arg == "--uptime") {
+      // Whole seconds; the machine's counter of milliseconds wraps at 2^32,
+      // and so does this.
+      if (value.empty() || value.size() > 9 ||
+          value.find_first_not_of("0123456789") != std::string::npos) {
+        error = "--uptime wants whole seconds, not \"" + value + "\"";
+        return false;
+      }
+      options.uptime_ms = static_cast<std::uint32_t>(std::stoull(value) * 1000 %
+                                                     (std::uint64_t{1} << 32));
     } else {
       error = "unknown option " + arg;
       return false;
@@ -83,13 +93,17 @@ Runner::Runner(const RunnerOptions& options, std::ostream& out,
       user_store_(options.user_store),
       files_(options.program_dir),
       ui_(windows_),
-      platform_{windows_, loop_, &user_store_, &profile_, &files_, &ui_},
+      platform_{windows_, loop_, &user_store_, &profile_,
+                &files_,  &ui_,  &shell_},
       host_(windows_, loop_),
       client_(host_, options.screen_name),
+      desktop_(host_),
       program_(platform_) {
+  loop_.sim_clock().SetUptime(options.uptime_ms);
   client_.on_line = [this](const std::string& line) { Print(line); };
   client_.on_event = [this](const std::string& event) { Print(event); };
   ui_.on_event = [this](const std::string& event) { Print(event); };
+  shell_.on_event = [this](const std::string& event) { Print(event); };
   // The program's end is the process's end, as it is on Windows: whatever
   // the program was in the middle of goes with it.
   ui_.on_end = [this] {
@@ -100,6 +114,7 @@ Runner::Runner(const RunnerOptions& options, std::ostream& out,
     std::exit(0);
   };
   client_.Start();
+  desktop_.ShowTaskBar();
 }
 
 void Runner::Start() {
@@ -138,6 +153,9 @@ Runner::Outcome Runner::Run(const std::string& raw) {
     case ScriptCommand::Kind::kClient:
       PlayOnClient(client_, command);
       break;
+    case ScriptCommand::Kind::kDesktop:
+      PlayOnDesktop(desktop_, command);
+      break;
     case ScriptCommand::Kind::kProgram:
       if (command.object == "menu" && !program_.ClickMenu(command.text)) {
         return Outcome::kNotYet;
@@ -153,6 +171,7 @@ Runner::Outcome Runner::Run(const std::string& raw) {
     case ScriptCommand::Kind::kShow: {
       std::string value;
       if (!ShowOfClient(client_, command.object, value) &&
+          !ShowOfDesktop(desktop_, command.object, value) &&
           !program_.Show(command.object, value)) {
         return Outcome::kNotUnderstood;
       }
@@ -242,14 +261,14 @@ std::optional<std::string> Runner::ReadTerminalLine() {
 }
 
 int Runner::RunInteractive() {
-  err_
-      << "vantrel2-sim: " << Cp1252ToUtf8(options_.screen_name)
-      << " is signed on and in the room. Type a line to say it, or a command\n"
-         "(say, type, typeahead, other NAME TEXT, wait S, show OBJECT,\n"
-         "close welcome, open welcome, close client, open client,\n"
-         "menu ITEM, tray right, answer TEXT, download NAME PERCENT MINUTES).\n"
-         "An [inputbox] waits for the next line as its answer (an empty line\n"
-         "cancels). End with Ctrl-D.\n";
+  err_ << "vantrel2-sim: " << Cp1252ToUtf8(options_.screen_name)
+       << " is signed on and in the room. Type a line to say it, or a command\n"
+          "(say, type, typeahead, other NAME TEXT, wait S, show OBJECT,\n"
+          "close welcome, open welcome, close client, open client,\n"
+          "menu ITEM, tray right, answer TEXT, download NAME PERCENT MINUTES,\n"
+          "aim NAME, aim off, pointer X Y).\n"
+          "An [inputbox] waits for the next line as its answer (an empty line\n"
+          "cancels). End with Ctrl-D.\n";
   // A box the program opens takes the next line typed; the program waits
   // for it as it would for the member.
   ui_.ask = [this]() -> std::optional<std::string> {
