@@ -74,40 +74,40 @@ const Item kItems[] = {
 };
 constexpr std::uint32_t kItemCount = std::size(kItems);
 
-MenuSpec Entry(const char* text) {
+MenuEntry ItemEntry(const char* text) {
   for (std::uint32_t i = 0; i < kItemCount; ++i) {
     if (std::string(kItems[i].text) == text) return {text, i + 1, {}};
   }
   return {text, 0, {}};
 }
 
-MenuSpec Line() { return {"-", 0, {}}; }
+MenuEntry Line() { return {"-", 0, {}}; }
 
-std::vector<MenuSpec> Entries(std::initializer_list<const char*> texts) {
-  std::vector<MenuSpec> out;
-  for (const char* t : texts) out.push_back(*t == '-' ? Line() : Entry(t));
+std::vector<MenuEntry> Entries(std::initializer_list<const char*> texts) {
+  std::vector<MenuEntry> out;
+  for (const char* t : texts) out.push_back(*t == '-' ? Line() : ItemEntry(t));
   return out;
 }
 
-std::vector<MenuSpec> MailCenterMenu() {
-  std::vector<MenuSpec> menu = Entries(
+std::vector<MenuEntry> MailCenterMenu() {
+  std::vector<MenuEntry> menu = Entries(
       {"Mail Center", "Read New Mail", "Write Mail", "Old Mail", "Sent Mail",
        "-", "Address Book", "Mail Signatures", "Mail Waiting To Be Sent", "-",
        "Automatic AOL", "Mail Preferences", "Mail Controls", "Mail Extras", "-",
        "Newsletters", "Recently Deleted Mail", "Upload Queue", "-"});
   menu.push_back(
       {"Read Offline Mail", 0, Entries({"Flashed Mail", "Saved Mail"})});
-  menu.push_back(Entry("Mail Center Help"));
+  menu.push_back(ItemEntry("Mail Center Help"));
   return menu;
 }
 
-std::vector<MenuSpec> MyFilesMenu() {
+std::vector<MenuEntry> MyFilesMenu() {
   return Entries({"Filing Cabinet", "Offline Mail", "Offline Newsgroups", "-",
                   "Download Manager", "Log Manager", "My Web Page", "-",
                   "Favorite Places"});
 }
 
-std::vector<MenuSpec> MyAolMenu() {
+std::vector<MenuEntry> MyAolMenu() {
   return Entries({"My AOL", "Preferences", "My Member Profile", "Screen Names",
                   "Passwords", "-", "Buddy List", "Away Message",
                   "Parental Controls", "-", "Billing Center", "Time Online",
@@ -140,7 +140,7 @@ void AolClient::AddToolbar() {
                  return OnKeyword(h, msg, w);
                });
   // A popup opens below its icon.
-  auto popup = [this](const char* icon, std::vector<MenuSpec> (*menu)()) {
+  auto popup = [this](const char* icon, std::vector<MenuEntry> (*menu)()) {
     return [this, icon, menu] {
       Hwnd at = strip_;
       for (Hwnd h : host_.Children(strip_)) {

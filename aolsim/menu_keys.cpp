@@ -2,11 +2,11 @@
 
 namespace v2::aolsim {
 
-MenuKeys::MenuKeys(std::vector<MenuSpec> items)
+MenuKeys::MenuKeys(std::vector<MenuEntry> items)
     : items_(std::move(items)), selected_{-1} {}
 
-const std::vector<MenuSpec>& MenuKeys::Current() const {
-  const std::vector<MenuSpec>* menu = &items_;
+const std::vector<MenuEntry>& MenuKeys::Current() const {
+  const std::vector<MenuEntry>* menu = &items_;
   for (std::size_t level = 0; level + 1 < selected_.size(); ++level) {
     menu = &(*menu)[static_cast<std::size_t>(selected_[level])].items;
   }
@@ -19,7 +19,7 @@ std::string MenuKeys::Selected() const {
 }
 
 void MenuKeys::Move(int step) {
-  const std::vector<MenuSpec>& menu = Current();
+  const std::vector<MenuEntry>& menu = Current();
   const int n = static_cast<int>(menu.size());
   if (n == 0) return;
   int& at = selected_.back();

@@ -21,7 +21,7 @@ class MenuKeys {
  public:
   enum class State { kOpen, kChosen, kClosed };
 
-  explicit MenuKeys(std::vector<MenuSpec> items);
+  explicit MenuKeys(std::vector<MenuEntry> items);
   // A key pressed (its WM_KEYDOWN); keys after the menu closed do nothing.
   State Key(WParam vk);
   State state() const { return state_; }
@@ -31,11 +31,11 @@ class MenuKeys {
   std::string Selected() const;
 
  private:
-  const std::vector<MenuSpec>& Current() const;
+  const std::vector<MenuEntry>& Current() const;
   void Move(int step);
   bool OpenSubmenu();
 
-  std::vector<MenuSpec> items_;
+  std::vector<MenuEntry> items_;
   // The selected position at each open level, the top menu first; -1 for
   // none.
   std::vector<int> selected_;

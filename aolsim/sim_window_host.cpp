@@ -42,9 +42,9 @@ Point SimWindowHost::Pointer() {
   return at;
 }
 
-Hmenu SimWindowHost::BuildMenu(const std::vector<MenuSpec>& items) {
+Hmenu SimWindowHost::BuildMenu(const std::vector<MenuEntry>& items) {
   Hmenu menu = windows_.CreateMenu();
-  for (const MenuSpec& item : items) {
+  for (const MenuEntry& item : items) {
     if (item.IsSeparator()) {
       windows_.AppendMenu(menu, "", 0);  // as the system keeps a separator
     } else {
@@ -56,11 +56,11 @@ Hmenu SimWindowHost::BuildMenu(const std::vector<MenuSpec>& items) {
 }
 
 void SimWindowHost::SetMenuBar(Hwnd window,
-                               const std::vector<MenuSpec>& menus) {
+                               const std::vector<MenuEntry>& menus) {
   windows_.SetMenu(window, BuildMenu(menus));
 }
 
-void SimWindowHost::TrackPopup(Hwnd, const std::vector<MenuSpec>& items,
+void SimWindowHost::TrackPopup(Hwnd, const std::vector<MenuEntry>& items,
                                std::function<void(std::uint32_t)> chosen) {
   if (windows_.IsWindow(popup_)) windows_.Destroy(popup_);
   auto keys = std::make_shared<MenuKeys>(items);

@@ -38,10 +38,10 @@ class SimWindowHost : public WindowHost {
   LocalTime LocalNow() override { return loop_.clock().LocalNow(); }
   Point Pointer() override;
   void MovePointer(int x, int y) override { windows_.SetCursorPos(x, y); }
-  void SetMenuBar(Hwnd window, const std::vector<MenuSpec>& menus) override;
+  void SetMenuBar(Hwnd window, const std::vector<MenuEntry>& menus) override;
   // The popup is a #32768 window whose keys MenuKeys interprets; it opens at
   // once, above every other window, and a popup still open closes first.
-  void TrackPopup(Hwnd at, const std::vector<MenuSpec>& items,
+  void TrackPopup(Hwnd at, const std::vector<MenuEntry>& items,
                   std::function<void(std::uint32_t)> chosen) override;
 
  private:
@@ -49,7 +49,7 @@ class SimWindowHost : public WindowHost {
     TimerId timer;
     std::function<void()> work;
   };
-  Hmenu BuildMenu(const std::vector<MenuSpec>& items);
+  Hmenu BuildMenu(const std::vector<MenuEntry>& items);
 
   sim::SimWindows& windows_;
   sim::SimLoop& loop_;

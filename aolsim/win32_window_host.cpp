@@ -427,8 +427,8 @@ void Win32WindowHost::MovePointer(int x, int y) { SetCursorPos(x, y); }
 namespace {
 
 // A real menu of the items; a submenu is a popup menu of its own.
-HMENU BuildMenu(HMENU menu, const std::vector<MenuSpec>& items) {
-  for (const MenuSpec& item : items) {
+HMENU BuildMenu(HMENU menu, const std::vector<MenuEntry>& items) {
+  for (const MenuEntry& item : items) {
     if (item.IsSeparator()) {
       AppendMenuA(menu, MF_SEPARATOR, 0, nullptr);
     } else if (!item.items.empty()) {
@@ -445,7 +445,7 @@ HMENU BuildMenu(HMENU menu, const std::vector<MenuSpec>& items) {
 }  // namespace
 
 void Win32WindowHost::SetMenuBar(Hwnd window,
-                                 const std::vector<MenuSpec>& menus) {
+                                 const std::vector<MenuEntry>& menus) {
   if (!Find(window)) return;
   HWND hwnd = ToHwnd(window);
   HMENU old = GetMenu(hwnd);
@@ -454,7 +454,7 @@ void Win32WindowHost::SetMenuBar(Hwnd window,
   DrawMenuBar(hwnd);
 }
 
-void Win32WindowHost::TrackPopup(Hwnd at, const std::vector<MenuSpec>& items,
+void Win32WindowHost::TrackPopup(Hwnd at, const std::vector<MenuEntry>& items,
                                  std::function<void(std::uint32_t)> chosen) {
   if (!Find(at)) return;
   HWND anchor = ToHwnd(at);

@@ -37,8 +37,8 @@ class Win32WindowHost : public WindowHost {
   void MovePointer(int x, int y) override;
   // Real menus: a menu bar of the window, and a popup tracked by the system
   // (TrackPopupMenu), which returns when the menu closes.
-  void SetMenuBar(Hwnd window, const std::vector<MenuSpec>& menus) override;
-  void TrackPopup(Hwnd at, const std::vector<MenuSpec>& items,
+  void SetMenuBar(Hwnd window, const std::vector<MenuEntry>& menus) override;
+  void TrackPopup(Hwnd at, const std::vector<MenuEntry>& items,
                   std::function<void(std::uint32_t)> chosen) override;
 
   // From now on the simulated system's local time runs on from start.

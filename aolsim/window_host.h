@@ -17,10 +17,10 @@ namespace v2::aolsim {
 // An item of one of the client's menus: its text as the menu keeps it ("-"
 // for a separator line), and either the number its choice carries or, for
 // a submenu, the submenu's items.
-struct MenuSpec {
+struct MenuEntry {
   std::string text;
   std::uint32_t id = 0;
-  std::vector<MenuSpec> items;
+  std::vector<MenuEntry> items;
   bool IsSeparator() const { return text == "-"; }
 };
 
@@ -57,14 +57,14 @@ class WindowHost {
 
   // Gives a top-level window its menu bar: each of menus is one menu of the
   // bar. A chosen item comes to the window as WM_COMMAND with its number.
-  virtual void SetMenuBar(Hwnd window, const std::vector<MenuSpec>& menus) = 0;
+  virtual void SetMenuBar(Hwnd window, const std::vector<MenuEntry>& menus) = 0;
   // Opens items as a popup menu below the window at: a top-level window of
   // class #32768, visible once open, that takes the keys a menu takes
   // (Up, Down, Right, Left, Return, Escape) as a menu of the system does.
   // The number of the item carried out goes to chosen; a menu closed with
   // nothing chosen calls nothing. Where the system tracks the menu itself
   // (Windows), this returns only when the menu has closed.
-  virtual void TrackPopup(Hwnd at, const std::vector<MenuSpec>& items,
+  virtual void TrackPopup(Hwnd at, const std::vector<MenuEntry>& items,
                           std::function<void(std::uint32_t)> chosen) = 0;
 };
 

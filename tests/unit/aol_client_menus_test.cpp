@@ -11,11 +11,11 @@
 namespace v2 {
 namespace {
 
+using aolsim::MenuEntry;
 using aolsim::MenuKeys;
-using aolsim::MenuSpec;
 
 TEST(MenuKeys, KeysMoveAsInASystemMenu) {
-  const std::vector<MenuSpec> items = {
+  const std::vector<MenuEntry> items = {
       {"One", 1, {}},
       {"-", 0, {}},
       {"Two", 2, {}},
