@@ -138,6 +138,14 @@ std::vector<std::string> AolClient::WindowTitles() {
   return titles;
 }
 
+Hwnd AolClient::ChildTitled(const std::string& title) {
+  if (!host_.Exists(mdi_)) return 0;
+  for (Hwnd h : host_.Children(mdi_)) {
+    if (host_.Text(h) == title) return h;
+  }
+  return 0;
+}
+
 std::string AolClient::Showing(Hwnd h) {
   if (!host_.Exists(h)) return "none";
   return host_.Shown(h) ? "shown" : "hidden";

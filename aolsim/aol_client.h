@@ -122,6 +122,8 @@ class AolClient {
   // The room, its input line and transcript (aol_client.cpp).
   std::optional<LResult> OnInput(Hwnd h, std::uint32_t msg, WParam w, LParam l);
   void OpenRoom(const std::string& name);
+  // The window of the MDI area with that title, or 0.
+  Hwnd ChildTitled(const std::string& title);
   void Event(const std::string& text);
   void Append(const std::string& name, const std::string& text);
   void Trim();

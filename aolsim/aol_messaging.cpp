@@ -136,9 +136,7 @@ void AolClient::AnswerAvailability(const std::string& to) {
 
 Hwnd AolClient::OpenImFrom(const std::string& name) {
   const std::string title = "Instant Message From: " + name;
-  for (Hwnd h : host_.Children(mdi_)) {
-    if (host_.Text(h) == title) return h;
-  }
+  if (Hwnd open = ChildTitled(title)) return open;
   Hwnd im = host_.Create(mdi_, "AOL Child", title);
   Hwnd talk = host_.Create(im, "RICHCNTL", "");
   Hwnd reply = host_.Create(im, "RICHCNTL", "");
@@ -166,9 +164,7 @@ void AolClient::ReceiveIm(const std::string& name, const std::string& text) {
 void AolClient::OpenBuddyList() {
   if (!host_.Exists(mdi_)) return;
   const std::string title = name_ + "'s Buddy List";
-  for (Hwnd h : host_.Children(mdi_)) {
-    if (host_.Text(h) == title) return;
-  }
+  if (ChildTitled(title)) return;
   Hwnd list = host_.Create(mdi_, "AOL Child", title);
   host_.Create(list, "_AOL_Tree", "");
   // The 5th icon opens the privacy preferences.
@@ -181,9 +177,7 @@ void AolClient::OpenBuddyList() {
 
 void AolClient::OpenPrivacy() {
   if (!host_.Exists(mdi_)) return;
-  for (Hwnd h : host_.Children(mdi_)) {
-    if (host_.Text(h) == "Privacy Preferences") return;
-  }
+  if (ChildTitled("Privacy Preferences")) return;
   Hwnd prefs = host_.Create(mdi_, "AOL Child", "Privacy Preferences");
   // Five boxes, one choice: from everyone sees the member (1st) to nobody
   // does (5th). Setting one clears the others.

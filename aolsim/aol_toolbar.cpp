@@ -202,13 +202,8 @@ void AolClient::MenuCommand(std::uint32_t id) {
 
 Hwnd AolClient::OpenFeature(const std::string& title) {
   if (!host_.Exists(mdi_)) return 0;
-  for (Hwnd h : host_.Children(mdi_)) {
-    if (host_.Text(h) == title) {
-      host_.Raise(h);
-      return h;
-    }
-  }
-  Hwnd window = host_.Create(mdi_, "AOL Child", title);
+  Hwnd window = ChildTitled(title);
+  if (!window) window = host_.Create(mdi_, "AOL Child", title);
   host_.Raise(window);
   return window;
 }

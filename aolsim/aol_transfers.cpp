@@ -49,11 +49,9 @@ void AolClient::EndUpload() {
 void AolClient::OpenTransferList(const std::string& title, int* queued,
                                  int start_icon, const std::string& started) {
   if (!host_.Exists(mdi_)) return;
-  for (Hwnd h : host_.Children(mdi_)) {
-    if (host_.Text(h) == title) {
-      host_.Raise(h);
-      return;
-    }
+  if (Hwnd open = ChildTitled(title)) {
+    host_.Raise(open);
+    return;
   }
   Hwnd list = host_.Create(mdi_, "AOL Child", title);
   // The list answers with the count of transfers waiting.

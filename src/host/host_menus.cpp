@@ -96,12 +96,12 @@ void ToolbarMenuPick(Platform& p, std::int32_t icon, std::int32_t downs) {
   const std::int64_t click_ms = std::llround(kPopupClickSeconds * 1000.0);
   const std::int64_t give_up =
       clock.NowMs() + std::llround(kHostWaitBoundSeconds * 1000.0);
-  Hwnd target = ToolbarIcon(p, icon);
   const Point saved = ParkPointer(p);
   Hwnd popup = 0;
   for (;;) {
     const std::int64_t t0 = clock.NowMs();
-    PostClick(p, target);
+    // The icon is looked up for each click: no handle outlives the pause.
+    PostClick(p, ToolbarIcon(p, icon));
     Pause(p, 0.09);
     // Without a pump: only the popup, or the second running out, ends it.
     HoldForHost(p, [&] {
