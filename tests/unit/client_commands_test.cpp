@@ -74,22 +74,6 @@ TEST(ClientCommands, AToolbarWithNoPopupStillLetsTheProgramGoOn) {
   EXPECT_EQ(w.Say("date"), std::vector<std::string>{"todays date: 6/15/2001"});
 }
 
-TEST(ClientCommands, TheMailRowsAndSignOffSayWhatTheyDid) {
-  Live w;
-  EXPECT_EQ(w.Say("new"), std::vector<std::string>{"viewing new mail"});
-  EXPECT_EQ(w.Say("old"), std::vector<std::string>{"viewing old mail"});
-  EXPECT_EQ(w.Say("sent"), std::vector<std::string>{"viewing sent mail"});
-  EXPECT_EQ(w.Say("flash"), std::vector<std::string>{"viewing flashed mail"});
-  EXPECT_EQ(w.client.WindowTitles().front(), "Flashed Mail");
-  EXPECT_TRUE(w.Say("new ").size() == 1);
-  EXPECT_TRUE(w.Say("new mail").empty());
-  EXPECT_EQ(w.Say("soff"),
-            std::vector<std::string>{"now signing off.. goodbye"});
-  w.loop.RunFor(1000);
-  EXPECT_FALSE(w.client.SignedOn());
-  EXPECT_EQ(FindChatRoom(w.platform), 0u);
-}
-
 TEST(CommandList, EveryCommandIsExplainedForTheMembers) {
   std::ifstream in(V2_COMMANDS_TXT, std::ios::binary);
   ASSERT_TRUE(in) << V2_COMMANDS_TXT;
