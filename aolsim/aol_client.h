@@ -1,9 +1,10 @@
 #pragma once
-// The simulated America Online client: the frame, its MDI area, the Welcome
-// window, a chat room and an IM window, the "America Online" dialog, and the
-// status windows of a running file transfer. It
-// reacts to the messages the real client takes and knows nothing of the
-// program that drives it.
+// The simulated America Online client: the frame with its menu bar and
+// toolbar, its MDI area, the Welcome window, a chat room and an IM window,
+// the "America Online" dialog, the status windows of a running file
+// transfer, the windows its menus open, and the sign-on window. It reacts
+// to the messages the real client takes and knows nothing of the program
+// that drives it.
 #include <functional>
 #include <map>
 #include <set>
@@ -56,6 +57,13 @@ class AolClient {
   void Upload(const std::string& name, int percent, int minutes);
   void EndDownload();
   void EndUpload();
+  // The transfers waiting in the client's lists. The list windows
+  // ("Upload Queue", "Download Manager", opened from the menus) count them
+  // in their _AOL_Tree; their start icon (the 4th, and the 2nd) starts them
+  // all, says "[client] uploads started" (or downloads) and empties the
+  // list. Nothing happens for an empty list.
+  int queued_uploads = 0;
+  int queued_downloads = 0;
 
   // A room that refuses entry (with the dialog) until it is freed.
   void SetRoomFull(const std::string& name, bool full);
@@ -63,6 +71,27 @@ class AolClient {
   std::string RoomName();
   // The titles of the client's windows in its MDI area, in sibling order.
   std::vector<std::string> WindowTitles();
+  // How one of the client's windows stands: "shown", "hidden" (the window
+  // itself, whatever its parents) or "none" when it is not there.
+  std::string Showing(Hwnd h);
+
+  // Carries out an item of the client's menus (a toolbar popup's or the
+  // menu bar's) by its number: "[client menu] ITEM", then what it does. A
+  // window an item opens becomes the first of the MDI area.
+  void MenuCommand(std::uint32_t id);
+
+  // Signing off closes the Welcome window and the room and puts the sign-on
+  // window first in the MDI area ("[signed off]"); its 4th icon signs on
+  // again after signon_delay_ms ("[signed on]": a Welcome window, no room
+  // yet). A press while a sign-on is under way does nothing. The menus'
+  // Sign Off does it kSignOffMs after the command; SignOff itself at once,
+  // as a lost connection does.
+  void SignOff();
+  static constexpr int kSignOffMs = 500;
+  bool SignedOn() const { return signed_on_; }
+  int signon_delay_ms = 5000;
+  // The text of the "Time Online" box: the time since the member signed on.
+  std::string TimeOnlineText();
 
   std::string InputText();
   std::string TranscriptText();
@@ -72,45 +101,69 @@ class AolClient {
   std::function<void(const std::string&)> on_line;
   // Called with what else the client does that a person would see:
   // "[keyword] TEXT", "[room] NAME", "[im to NAME] TEXT", "[ims] off",
-  // "[ghosting] on".
+  // "[ghosting] on", "[client menu] ITEM", "[signed off]", "[signed on]".
   std::function<void(const std::string&)> on_event;
   // The room keeps at most this many lines; beyond it the oldest tenth goes.
   std::size_t max_lines = 2000;
 
   Hwnd frame() const { return frame_; }
+  Hwnd toolbar() const { return strip_; }
+  Hwnd glyph() const { return glyph_; }
   Hwnd room() const { return room_; }
   Hwnd transcript() const { return transcript_; }
   Hwnd input() const { return input_; }
   Hwnd welcome() const { return welcome_; }
   Hwnd download() const { return download_; }
   Hwnd upload() const { return upload_; }
+  Hwnd signon_window() const { return signon_; }
+  Hwnd time_box() const { return time_box_; }
 
  private:
+  // The room, its input line and transcript (aol_client.cpp).
   std::optional<LResult> OnInput(Hwnd h, std::uint32_t msg, WParam w, LParam l);
+  void OpenRoom(const std::string& name);
+  // The window of the MDI area with that title, or 0.
+  Hwnd ChildTitled(const std::string& title);
+  void Event(const std::string& text);
+  void Append(const std::string& name, const std::string& text);
+  void Trim();
+  // The keyword line, IMs, the buddy list and privacy (aol_messaging.cpp).
   std::optional<LResult> OnKeyword(Hwnd h, std::uint32_t msg, WParam w);
   void RunAddress(const std::string& address);
-  void OpenRoom(const std::string& name);
   void OpenNewIm(const std::string& to);
   void SendNewIm(Hwnd im, Hwnd box, const std::string& to);
   void AnswerAvailability(const std::string& to);
   Hwnd OpenImFrom(const std::string& name);
   void OpenBuddyList();
   void OpenPrivacy();
-  // Opens the transfer window under parent (0: top level) or updates it.
-  void ShowTransfer(Hwnd& window, Hwnd parent, const std::string& cls,
-                    const std::string& verb, const std::string& name,
-                    int percent, int minutes);
   // Ten icons; the 9th does send, the 10th (if given) its own work.
   void AddIcons(Hwnd parent, std::function<void()> ninth,
                 std::function<void()> tenth);
-  void Event(const std::string& text);
-  void Append(const std::string& name, const std::string& text);
-  void Trim();
+  // An icon that does work when it is released (a click's button up).
+  Hwnd AddIcon(Hwnd parent, const std::string& title,
+               std::function<void()> work);
+  // Transfers and their lists (aol_transfers.cpp). Opens the transfer
+  // window under parent (0: top level) or updates it.
+  void ShowTransfer(Hwnd& window, Hwnd parent, const std::string& cls,
+                    const std::string& verb, const std::string& name,
+                    int percent, int minutes);
+  void OpenTransferList(const std::string& title, int* queued, int start_icon,
+                        const std::string& started);
+  // The menu bar, the toolbar and what their items open (aol_toolbar.cpp).
+  void AddMenuBar();
+  void AddToolbar();
+  Hwnd OpenFeature(const std::string& title);
+  void OpenTimeOnline();
+  // Signing on (aol_signon.cpp).
+  void OpenSignOn();
+  void PressSignOn();
+  void SignOn(int generation);
 
   WindowHost& host_;
   std::string name_;
   Hwnd frame_ = 0, mdi_ = 0, welcome_ = 0, room_ = 0, transcript_ = 0,
        input_ = 0;
+  Hwnd strip_ = 0, glyph_ = 0, signon_ = 0, time_box_ = 0;
   Hwnd download_ = 0, upload_ = 0;
   std::size_t lines_ = 0;
   std::string typeahead_;
@@ -119,6 +172,10 @@ class AolClient {
   bool ims_on_ = true;
   bool ghosting_ = false;
   int privacy_choice_ = 1;  // the box checked in the preferences window
+  bool signed_on_ = false;
+  bool signing_on_ = false;
+  int session_ = 0;  // counts the client's starts and sign-offs
+  std::int64_t signed_on_at_ms_ = 0;
 };
 
 }  // namespace v2::aolsim

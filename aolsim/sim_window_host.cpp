@@ -1,5 +1,7 @@
 #include "aolsim/sim_window_host.h"
 
+#include "aolsim/menu_keys.h"
+
 namespace v2::aolsim {
 
 SimWindowHost::SimWindowHost(sim::SimWindows& windows, sim::SimLoop& loop)
@@ -28,6 +30,56 @@ void SimWindowHost::After(int ms, std::function<void()> work) {
   });
   loop_.SetTimer(p->timer, ms, true);
   pending_.push_back(std::move(p));
+}
+
+void SimWindowHost::Raise(Hwnd h) {
+  windows_.SetWindowPos(h, 0, 0, 0, 0, 0, kSwpNoMove | kSwpNoSize);
+}
+
+Point SimWindowHost::Pointer() {
+  Point at;
+  windows_.GetCursorPos(at);
+  return at;
+}
+
+Hmenu SimWindowHost::BuildMenu(const std::vector<MenuEntry>& items) {
+  Hmenu menu = windows_.CreateMenu();
+  for (const MenuEntry& item : items) {
+    if (item.IsSeparator()) {
+      windows_.AppendMenu(menu, "", 0);  // as the system keeps a separator
+    } else {
+      windows_.AppendMenu(menu, item.text, item.id,
+                          item.items.empty() ? 0 : BuildMenu(item.items));
+    }
+  }
+  return menu;
+}
+
+void SimWindowHost::SetMenuBar(Hwnd window,
+                               const std::vector<MenuEntry>& menus) {
+  windows_.SetMenu(window, BuildMenu(menus));
+}
+
+void SimWindowHost::TrackPopup(Hwnd, const std::vector<MenuEntry>& items,
+                               std::function<void(std::uint32_t)> chosen) {
+  if (windows_.IsWindow(popup_)) windows_.Destroy(popup_);
+  auto keys = std::make_shared<MenuKeys>(items);
+  popup_ =
+      windows_.Create(0, "#32768", "",
+                      [this, keys, chosen](Hwnd h, std::uint32_t msg, WParam w,
+                                           LParam) -> std::optional<LResult> {
+                        if (msg == kWmKeyUp) return 0;
+                        if (msg != kWmKeyDown) return std::nullopt;
+                        MenuKeys::State state = keys->Key(w);
+                        if (state == MenuKeys::State::kOpen) return 0;
+                        // The menu goes before the item is carried out, as on
+                        // Windows.
+                        windows_.Destroy(h);
+                        if (state == MenuKeys::State::kChosen && chosen)
+                          chosen(keys->chosen());
+                        return 0;
+                      });
+  Raise(popup_);
 }
 
 }  // namespace v2::aolsim

@@ -29,16 +29,32 @@ class SimWindowHost : public WindowHost {
   std::vector<Hwnd> Children(Hwnd parent) override {
     return windows_.Children(parent);
   }
+  // The client's timed work is on the program's loop, as its timers: it
+  // runs when the program pumps or waits, not while the program holds.
   void After(int ms, std::function<void()> work) override;
+  void Raise(Hwnd h) override;
+  bool Shown(Hwnd h) override { return windows_.Shown(h); }
+  std::int64_t NowMs() override { return loop_.clock().NowMs(); }
+  LocalTime LocalNow() override { return loop_.clock().LocalNow(); }
+  Point Pointer() override;
+  void MovePointer(int x, int y) override { windows_.SetCursorPos(x, y); }
+  void SetMenuBar(Hwnd window, const std::vector<MenuEntry>& menus) override;
+  // The popup is a #32768 window whose keys MenuKeys interprets; it opens at
+  // once, above every other window, and a popup still open closes first.
+  void TrackPopup(Hwnd at, const std::vector<MenuEntry>& items,
+                  std::function<void(std::uint32_t)> chosen) override;
 
  private:
   struct Pending {
     TimerId timer;
     std::function<void()> work;
   };
+  Hmenu BuildMenu(const std::vector<MenuEntry>& items);
+
   sim::SimWindows& windows_;
   sim::SimLoop& loop_;
   std::vector<std::shared_ptr<Pending>> pending_;
+  Hwnd popup_ = 0;
 };
 
 }  // namespace v2::aolsim

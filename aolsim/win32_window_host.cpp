@@ -84,6 +84,7 @@ void RegisterOnce(const std::string& cls) {
 struct Placement {
   DWORD style;
   int x, y, w, h;
+  DWORD ex_style = 0;
 };
 
 // Where a new window goes, so that a person watching sees the client's
@@ -96,8 +97,16 @@ Placement Place(HWND parent, Win32WindowHost::Window* p,
       return {WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_VISIBLE, 320, 260, 340,
               150};
     }
-    if (cls == "_AOL_Modal") {  // the upload's status window
+    if (cls == "_AOL_Modal") {  // the upload's status, the time online
       return {WS_POPUP | WS_CAPTION | WS_VISIBLE, 280, 220, 400, 120};
+    }
+    if (cls == "_Oscar_BuddyListWin") {  // the other messenger, at the side
+      return {WS_OVERLAPPEDWINDOW | WS_VISIBLE, 780, 20, 230, 420};
+    }
+    if (cls == "Shell_TrayWnd") {  // the task bar along the bottom
+      const int w = GetSystemMetrics(SM_CXSCREEN);
+      const int h = GetSystemMetrics(SM_CYSCREEN);
+      return {WS_POPUP | WS_VISIBLE, 0, h - 30, w, 30, WS_EX_TOPMOST};
     }
     return {WS_OVERLAPPEDWINDOW | WS_VISIBLE, 20, 20, 900, 700};
   }
@@ -109,14 +118,23 @@ Placement Place(HWND parent, Win32WindowHost::Window* p,
   constexpr int kBar = 32;  // the toolbar's height
   if (cls == "AOL Toolbar") return {child, 0, 0, r.right, kBar};
   if (cls == "_AOL_Toolbar") return {child, 0, 0, r.right, r.bottom};
-  if (cls == "_AOL_Combobox") return {child, 8, 4, 320, 24};
+  // The toolbar: its icons from the left, the keyword line behind them.
+  // Their popups open below them, clear of the middle of the screen where
+  // a pointer rests when nobody moved it.
+  if (cls == "_AOL_Combobox") return {child, 540, 4, 250, 24};
   if (cls == "Edit") return {child, 0, 0, r.right, r.bottom};
   if (cls == "MDIClient") return {child, 0, kBar, r.right, r.bottom - kBar};
   if (cls == "AOL Child") {
     return {child | WS_CAPTION | WS_THICKFRAME | WS_CLIPCHILDREN,
             8 + (n % 2) * 432, 8 + (n / 2 % 2) * 316, 424, 308};
   }
+  if (cls == "TrayNotifyWnd") return {child, r.right - 110, 2, 106, 26};
+  if (cls == "TrayClockWClass") return {child, 0, 0, r.right, r.bottom};
   if (!p) return {child, 0, 0, 100, 24};
+  if (p->cls == "_AOL_Toolbar") {
+    if (cls == "_AOL_Glyph") return {child, r.right - 40, 2, 36, 28};
+    if (cls == "_AOL_Icon") return {child, 8 + 40 * p->icons++, 3, 36, 26};
+  }
   if (cls == "_AOL_Icon" || cls == "Button") {
     if (p->icon_row_y < 0) {
       p->icon_row_y = p->next_y;
@@ -128,6 +146,7 @@ Placement Place(HWND parent, Win32WindowHost::Window* p,
   int h = 24;
   if (cls == "RICHCNTL") h = p->next_y <= 8 ? 150 : 26;
   if (cls == "_AOL_Listbox") h = 40;
+  if (cls == "_AOL_Tree") h = 120;
   Placement out{child, 8, p->next_y, width, h};
   p->next_y += h + 6;
   return out;
@@ -264,8 +283,8 @@ Hwnd Win32WindowHost::Create(Hwnd parent, const std::string& cls,
   if (!system) RegisterOnce(cls);
   HWND parent_hwnd = ToHwnd(parent);
   Placement at = Place(parent_hwnd, Find(parent), cls);
-  HWND hwnd = CreateWindowExA(0, cls.c_str(), title.c_str(), at.style, at.x,
-                              at.y, at.w, at.h, parent_hwnd, nullptr,
+  HWND hwnd = CreateWindowExA(at.ex_style, cls.c_str(), title.c_str(), at.style,
+                              at.x, at.y, at.w, at.h, parent_hwnd, nullptr,
                               GetModuleHandleA(nullptr), nullptr);
   if (!hwnd) return 0;
   auto* win = new Window;

@@ -27,6 +27,22 @@ class Win32WindowHost : public WindowHost {
   void EraseFront(Hwnd h, std::size_t count) override;
   std::vector<Hwnd> Children(Hwnd parent) override;
   void After(int ms, std::function<void()> work) override;
+  void Raise(Hwnd h) override;
+  bool Shown(Hwnd h) override;
+  std::int64_t NowMs() override;
+  // The machine's local time, or the simulated system's once SetClock set
+  // it.
+  LocalTime LocalNow() override;
+  Point Pointer() override;
+  void MovePointer(int x, int y) override;
+  // Real menus: a menu bar of the window, and a popup tracked by the system
+  // (TrackPopupMenu), which returns when the menu closes.
+  void SetMenuBar(Hwnd window, const std::vector<MenuEntry>& menus) override;
+  void TrackPopup(Hwnd at, const std::vector<MenuEntry>& items,
+                  std::function<void(std::uint32_t)> chosen) override;
+
+  // From now on the simulated system's local time runs on from start.
+  void SetClock(const LocalTime& start);
 
   // Milliseconds on the system's tick counter at the last message from
   // outside that changed something (reads do not count): the driving
@@ -46,6 +62,9 @@ class Win32WindowHost : public WindowHost {
   std::map<Hwnd, Window*> windows_;
   std::map<std::uintptr_t, std::function<void()>> timers_;
   std::uint64_t last_action_ms_ = 0;
+  bool clock_set_ = false;
+  LocalTime clock_start_;
+  std::uint64_t clock_set_at_ms_ = 0;
   int internal_ = 0;  // depth of the host's own calls into its windows
 };
 

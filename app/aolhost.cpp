@@ -19,6 +19,7 @@
 #include <vector>
 
 #include "aolsim/aol_client.h"
+#include "aolsim/desktop.h"
 #include "aolsim/win32_window_host.h"
 #include "app/script.h"
 #include "platform/text.h"
@@ -36,7 +37,8 @@ constexpr const char* kInputBoxClass = "vantrel2 inputbox";
 struct Options {
   std::string script;
   std::string screen_name = "Member";
-  std::string program;  // the driving program's window class
+  std::string program;                 // the driving program's window class
+  std::optional<v2::LocalTime> clock;  // the simulated system's clock
   // Quiet time that counts as "the program is done": longer than the
   // program's own waits within one command (a second, after `pr`).
   int settle_ms = 1500;
@@ -174,6 +176,17 @@ class Watch {
   ULONGLONG last_answer_ms_ = 0;
 };
 
+// Whether the system's task bar has a clock where the program looks for it.
+// Wine's task bar has none: then aolhost shows one of its own, which its
+// lookups find first (it is the newest top-level window of its class, and
+// stays on top).
+bool SystemTrayClock() {
+  HWND h = FindWindowA("Shell_TrayWnd", nullptr);
+  if (h) h = FindWindowExA(h, nullptr, "TrayNotifyWnd", nullptr);
+  if (h) h = FindWindowExA(h, nullptr, "TrayClockWClass", nullptr);
+  return h != nullptr;
+}
+
 void Queue(Watch& watch, const v2::ScriptCommand& c) {
   if (c.object == "answer") {
     watch.answers.push_back(c.text);
@@ -200,8 +213,9 @@ void Settle(v2::aolsim::Win32WindowHost& host, Watch& watch, int settle_ms) {
 
 // Plays the script from line first on; 0 when it ran to its end or the
 // program ended itself, 2 for a line it cannot play.
-int Play(v2::aolsim::AolClient& client, v2::aolsim::Win32WindowHost& host,
-         Watch& watch, const std::vector<std::string>& lines, std::size_t first,
+int Play(v2::aolsim::AolClient& client, v2::aolsim::Desktop& desktop,
+         v2::aolsim::Win32WindowHost& host, Watch& watch,
+         const std::vector<std::string>& lines, std::size_t first,
          int settle_ms) {
   for (std::size_t number = first; number <= lines.size(); ++number) {
     if (watch.gone()) return 0;
@@ -217,6 +231,9 @@ int Play(v2::aolsim::AolClient& client, v2::aolsim::Win32WindowHost& host,
       case Kind::kClient:
         v2::PlayOnClient(client, c);
         break;
+      case Kind::kDesktop:
+        v2::PlayOnDesktop(desktop, c);
+        break;
       case Kind::kWait:
         watch.PumpFor(
             static_cast<int>(std::min(c.seconds * 1000.0 + 0.5, 2147483647.0)));
@@ -230,7 +247,8 @@ int Play(v2::aolsim::AolClient& client, v2::aolsim::Win32WindowHost& host,
         return 2;
       case Kind::kShow: {
         std::string value;
-        if (!v2::ShowOfClient(client, c.object, value)) {
+        if (!v2::ShowOfClient(client, c.object, value) &&
+            !v2::ShowOfDesktop(desktop, c.object, value)) {
           std::cerr << "aolhost: line " << number << ": " << c.object
                     << " belongs to the program, which the client cannot see\n";
           return 2;
@@ -261,9 +279,18 @@ int main(int argc, char** argv) {
       options.program = value;
     } else if (arg == "--settle") {
       options.settle_ms = std::atoi(value.c_str());
-    } else if (arg == "--clock" || arg == "--program-dir" ||
-               arg == "--user-store") {
-      // The program's own options: its clock is the machine's here.
+    } else if (arg == "--clock") {
+      // The task bar's clock shows it; the program's own clock is the
+      // machine's here.
+      v2::LocalTime t;
+      if (std::sscanf(value.c_str(), "%4d-%2d-%2d %2d:%2d:%2d", &t.year,
+                      &t.month, &t.day, &t.hour, &t.minute, &t.second) != 6) {
+        return Usage("--clock wants \"YYYY-MM-DD HH:MM:SS\"");
+      }
+      options.clock = t;
+    } else if (arg == "--program-dir" || arg == "--user-store" ||
+               arg == "--uptime") {
+      // The program's own options: the machine's own values here.
     } else {
       return Usage("unknown option " + arg);
     }
@@ -296,10 +323,13 @@ int main(int argc, char** argv) {
   }
 
   v2::aolsim::Win32WindowHost host;
+  if (options.clock) host.SetClock(*options.clock);
   v2::aolsim::AolClient client(host, options.screen_name);
   client.on_line = Print;
   client.on_event = Print;
   client.Start();
+  v2::aolsim::Desktop desktop(host);
+  if (!SystemTrayClock()) desktop.ShowTaskBar();
 
   if (!options.program.empty()) {
     const ULONGLONG start = GetTickCount64();
@@ -314,7 +344,8 @@ int main(int argc, char** argv) {
     }
   }
   Settle(host, watch, options.settle_ms);
-  int status = Play(client, host, watch, lines, first, options.settle_ms);
+  int status =
+      Play(client, desktop, host, watch, lines, first, options.settle_ms);
   if (watch.gone()) return 0;
   if (!options.program.empty()) {
     if (HWND program = FindWindowA(options.program.c_str(), nullptr)) {

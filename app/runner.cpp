@@ -73,6 +73,16 @@ bool ParseRunnerArgs(int argc, const char* const* argv, RunnerOptions& options,
       options.program_dir = value;
     } else if (arg == "--user-store") {
       options.user_store = value;
+    } else if (arg == "--uptime") {
+      // Whole seconds; the machine's counter of milliseconds wraps at 2^32,
+      // and so does this.
+      if (value.empty() || value.size() > 9 ||
+          value.find_first_not_of("0123456789") != std::string::npos) {
+        error = "--uptime wants whole seconds, not \"" + value + "\"";
+        return false;
+      }
+      options.uptime_ms = static_cast<std::uint32_t>(std::stoull(value) * 1000 %
+                                                     (std::uint64_t{1} << 32));
     } else {
       error = "unknown option " + arg;
       return false;
@@ -91,10 +101,13 @@ Runner::Runner(const RunnerOptions& options, std::ostream& out,
       user_store_(options.user_store),
       files_(options.program_dir),
       ui_(windows_),
-      platform_{windows_, loop_, &user_store_, &profile_, &files_, &ui_},
+      platform_{windows_, loop_, &user_store_, &profile_,
+                &files_,  &ui_,  &shell_},
       host_(windows_, loop_),
       client_(host_, options.screen_name),
+      desktop_(host_),
       program_(platform_) {
+  loop_.sim_clock().SetUptime(options.uptime_ms);
   // At the terminal a room line looks as the client shows it: colours,
   // bold and underline, and no tags.
   const bool rendered = !options.script && !options.raw;
@@ -108,6 +121,7 @@ Runner::Runner(const RunnerOptions& options, std::ostream& out,
   };
   client_.on_event = [this](const std::string& event) { Print(event); };
   ui_.on_event = [this](const std::string& event) { Print(event); };
+  shell_.on_event = [this](const std::string& event) { Print(event); };
   // The program's end is the process's end, as it is on Windows: whatever
   // the program was in the middle of goes with it.
   ui_.on_end = [this] {
@@ -118,6 +132,7 @@ Runner::Runner(const RunnerOptions& options, std::ostream& out,
     std::exit(0);
   };
   client_.Start();
+  desktop_.ShowTaskBar();
 }
 
 void Runner::Start() {
@@ -156,6 +171,9 @@ Runner::Outcome Runner::Run(const std::string& raw) {
     case ScriptCommand::Kind::kClient:
       PlayOnClient(client_, command);
       break;
+    case ScriptCommand::Kind::kDesktop:
+      PlayOnDesktop(desktop_, command);
+      break;
     case ScriptCommand::Kind::kProgram:
       if (command.object == "menu" && !program_.ClickMenu(command.text)) {
         return Outcome::kNotYet;
@@ -175,6 +193,7 @@ Runner::Outcome Runner::Run(const std::string& raw) {
       }
       std::string value;
       if (!ShowOfClient(client_, command.object, value) &&
+          !ShowOfDesktop(desktop_, command.object, value) &&
           !program_.Show(command.object, value)) {
         return Outcome::kNotUnderstood;
       }
@@ -316,6 +335,7 @@ int Runner::RunInteractive() {
           "(say, type, typeahead, other NAME TEXT, wait S, show OBJECT,\n"
           "close welcome, open welcome, close client, open client,\n"
           "menu ITEM, tray right, answer TEXT, download NAME PERCENT MINUTES,\n"
+          "aim NAME, aim off, pointer X Y,\n"
           "custom type FIELD TEXT, custom save, custom test, custom cancel).\n"
           "An [inputbox] waits for the next line as its answer (an empty line\n"
           "cancels). End with Ctrl-D.\n";

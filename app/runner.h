@@ -6,9 +6,11 @@
 #include <string>
 
 #include "aolsim/aol_client.h"
+#include "aolsim/desktop.h"
 #include "aolsim/sim_window_host.h"
 #include "app/script.h"
 #include "platform/sim/sim_loop.h"
+#include "platform/sim/sim_shell.h"
 #include "platform/sim/sim_stores.h"
 #include "platform/sim/sim_ui.h"
 #include "platform/sim/sim_windows.h"
@@ -25,6 +27,8 @@ struct RunnerOptions {
   // Room lines as the protocol prints them, also at the terminal (where
   // they are otherwise shown as the client renders them).
   bool raw = false;
+  // How long the machine has been running at the start, in milliseconds.
+  std::uint32_t uptime_ms = 0;
   // When the program ends itself (`exit`), the process ends with it, as on
   // Windows; otherwise the runner only stops playing (tests, fuzzing).
   bool end_process = true;
@@ -56,6 +60,7 @@ class Runner {
   bool ended() const { return loop_.halted(); }
   sim::SimLoop& loop() { return loop_; }
   aolsim::AolClient& client() { return client_; }
+  aolsim::Desktop& desktop() { return desktop_; }
   Program& program() { return program_; }
 
  private:
@@ -83,9 +88,11 @@ class Runner {
   sim::SimProfileService profile_;
   sim::SimFileSystem files_;
   sim::SimUi ui_;
+  sim::SimShell shell_;
   Platform platform_;
   aolsim::SimWindowHost host_;
   aolsim::AolClient client_;
+  aolsim::Desktop desktop_;
   Program program_;
   bool started_ = false;
   std::string pending_;  // what the terminal gave and nobody took yet

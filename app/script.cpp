@@ -54,6 +54,21 @@ bool TakeTransfer(const std::string& rest, std::string& name, int& percent,
          count(rest.substr(last + 1), minutes);
 }
 
+// "X Y" of pointer: two counts of pixels.
+bool TakePoint(const std::string& rest, int& x, int& y) {
+  auto blank = rest.find(' ');
+  if (blank == std::string::npos) return false;
+  auto count = [](const std::string& word, int& n) {
+    if (word.empty() || word.size() > 9 ||
+        word.find_first_not_of("0123456789") != std::string::npos) {
+      return false;
+    }
+    n = std::atoi(word.c_str());
+    return true;
+  };
+  return count(rest.substr(0, blank), x) && count(rest.substr(blank + 1), y);
+}
+
 }  // namespace
 
 ScriptCommand ParseScriptLine(const std::string& utf8_line) {
@@ -91,6 +106,14 @@ ScriptCommand ParseScriptLine(const std::string& utf8_line) {
                  : ScriptCommand::Kind::kNotUnderstood;
   } else if (line == "end download" || line == "end upload") {
     c.kind = ScriptCommand::Kind::kClient;
+  } else if (Take(line, "aim", rest)) {
+    c.kind = !rest.empty() && rest.find(' ') == std::string::npos
+                 ? ScriptCommand::Kind::kDesktop
+                 : ScriptCommand::Kind::kNotUnderstood;
+  } else if (Take(line, "pointer", rest)) {
+    int x = 0, y = 0;
+    c.kind = TakePoint(rest, x, y) ? ScriptCommand::Kind::kDesktop
+                                   : ScriptCommand::Kind::kNotUnderstood;
   } else if (Take(line, "wait", rest)) {
     c.kind = ParseSeconds(rest, c.seconds)
                  ? ScriptCommand::Kind::kWait
@@ -168,10 +191,38 @@ bool ShowOfClient(aolsim::AolClient& client, const std::string& object,
     for (const std::string& title : client.WindowTitles()) {
       value += (value.empty() ? "\"" : " \"") + title + "\"";
     }
+  } else if (object == "welcome") {
+    value = client.Showing(client.welcome());
+  } else if (object == "client") {
+    value = client.Showing(client.frame());
+  } else if (object == "glyph") {
+    value = client.Showing(client.glyph()) == "none" ? "gone" : "there";
   } else {
     return false;
   }
   return true;
+}
+
+bool ShowOfDesktop(aolsim::Desktop& desktop, const std::string& object,
+                   std::string& value) {
+  if (object != "pointer") return false;
+  const Point at = desktop.Pointer();
+  value = std::to_string(at.x) + "," + std::to_string(at.y);
+  return true;
+}
+
+void PlayOnDesktop(aolsim::Desktop& desktop, const ScriptCommand& command) {
+  std::string rest;
+  if (Take(command.line, "aim", rest)) {
+    if (rest == "off") {
+      desktop.AimQuit();
+    } else {
+      desktop.AimSignOn(rest);
+    }
+  } else if (Take(command.line, "pointer", rest)) {
+    int x = 0, y = 0;
+    if (TakePoint(rest, x, y)) desktop.MovePointer(x, y);
+  }
 }
 
 void PlayOnClient(aolsim::AolClient& client, const ScriptCommand& command) {

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "aolsim/aol_client.h"
+#include "aolsim/desktop.h"
 
 namespace v2 {
 
@@ -11,6 +12,7 @@ struct ScriptCommand {
   enum class Kind {
     kNothing,  // an empty line or a comment
     kClient,   // something the member, another person or the client does
+    kDesktop,  // the other messenger, the pointer: around the client
     kWait,
     kShow,
     kProgram,  // something the member does in one of the program's windows
@@ -32,13 +34,18 @@ inline constexpr double kMaxWaitSeconds = 1e9;
 // One line of a script (UTF-8).
 ScriptCommand ParseScriptLine(const std::string& utf8_line);
 
-// What `show` tells of the client: input, room, windows; false for
-// anything else.
+// What `show` tells of the client: input, room, windows, ims, ghosting,
+// welcome, client, glyph; false for anything else.
 bool ShowOfClient(aolsim::AolClient& client, const std::string& object,
                   std::string& value);
+// What `show` tells of the desktop: pointer; false for anything else.
+bool ShowOfDesktop(aolsim::Desktop& desktop, const std::string& object,
+                   std::string& value);
 
 // Plays a kClient command on the client: say, type, typeahead, other, and
 // the client's windows opening and closing.
 void PlayOnClient(aolsim::AolClient& client, const ScriptCommand& command);
+// Plays a kDesktop command: aim NAME, aim off, pointer X Y.
+void PlayOnDesktop(aolsim::Desktop& desktop, const ScriptCommand& command);
 
 }  // namespace v2

@@ -11,7 +11,7 @@ int main(int argc, char** argv) {
     std::cerr << "vantrel2-sim: " << error << "\n"
               << "usage: vantrel2-sim [--script FILE] [--screen-name NAME] "
                  "[--clock \"YYYY-MM-DD HH:MM:SS\"] [--program-dir DIR] "
-                 "[--user-store FILE] [--raw]\n";
+                 "[--user-store FILE] [--uptime SECONDS] [--raw]\n";
     return 2;
   }
   v2::Runner runner(options, std::cout, std::cerr);

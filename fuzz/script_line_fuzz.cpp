@@ -51,10 +51,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
                     "comments and empty lines do nothing");
     }
   }
-  // Whatever came before, the member is still answered (unless the script
-  // closed the client or its Welcome window, or ended the program, or
-  // switched its commands off).
+  // Whatever came before, the member is still answered once back in a room
+  // (the script may have closed the client or its Welcome window, signed
+  // off, or switched the commands off; but not ended the program).
   if (runner.ended()) return 0;
+  runner.Execute("close client");
   runner.Execute("open client");
   runner.Execute("open welcome");
   runner.Execute("say on");

@@ -5,10 +5,13 @@
 #include "config/settings.h"
 #include "config/style_window.h"
 #include "host/ghosting.h"
+#include "host/host_menus.h"
+#include "host/host_tweaks.h"
 #include "host/instant_messages.h"
 #include "host/keywords.h"
 #include "idle/idle_session.h"
 #include "idle/idle_tick.h"
+#include "interpreter/client_commands.h"
 #include "shell/program.h"
 #include "shell/start_exit.h"
 #include "transfers/transfer_monitors.h"
@@ -77,7 +80,21 @@ const std::pair<const char*, Member> kItems[] = {
     {"cchat", &Form2::cchat},
     {"cchat_on", &Form2::cchat_on},
     {"cchat_off", &Form2::cchat_off},
+    {"sep24", &Form2::sep24},
+    {"viewcmds", &Form2::viewcmds},
     {"immachine", &Form2::immachine},
+    {"eliminate", &Form2::eliminate},
+    {"hidewelc", &Form2::hidewelc},
+    {"showelc", &Form2::showelc},
+    {"sep18", &Form2::sep18},
+    {"glyph", &Form2::glyph},
+    {"clock", &Form2::clock},
+    {"modal", &Form2::modal},
+    {"sep19", &Form2::sep19},
+    {"hideaol", &Form2::hideaol},
+    {"showaol", &Form2::showaol},
+    {"sep20", &Form2::sep20},
+    {"signoff", &Form2::signoff},
     {"sep16", &Form2::sep16},
     {"sep17", &Form2::sep17},
     {"exit", &Form2::exit},
@@ -156,7 +173,8 @@ void BuildMenuTree(Program& prog) {
   auto caption = [](MenuItem& item, const char* text) { item.Caption = text; };
   for (MenuItem* sep :
        {&f.sep41, &f.sep0, &f.sep8, &f.sep42, &f.sep1, &f.sep2, &f.sep3,
-        &f.sep4, &f.sep43, &f.sep21, &f.sep22, &f.sep26, &f.sep16, &f.sep17}) {
+        &f.sep4, &f.sep43, &f.sep21, &f.sep22, &f.sep26, &f.sep24, &f.sep18,
+        &f.sep19, &f.sep20, &f.sep16, &f.sep17}) {
     sep->Caption = std::string(1, '-');
   }
   caption(f.menu, "menu");
@@ -202,12 +220,22 @@ void BuildMenuTree(Program& prog) {
   caption(f.cchat, "cchat options");
   caption(f.cchat_on, "activate");
   caption(f.cchat_off, "deactivate");
+  caption(f.viewcmds, "view cmds");
   caption(f.immachine, "away answer");
+  caption(f.eliminate, "eliminate options");
+  caption(f.hidewelc, "hide welc");
+  caption(f.showelc, "show welc");
+  caption(f.glyph, "elim. glyph");
+  caption(f.clock, "elim. clock");
+  caption(f.modal, "elim. modal");
+  caption(f.hideaol, "hide aol");
+  caption(f.showaol, "show aol");
+  caption(f.signoff, "signoff aol");
   caption(f.exit, "exit vantrel\xB2");
 
   f.menu.Items = {&f.blahblah,  &f.sep41,  &f.sep0,  &f.idleconfigure,
-                  &f.buildtran, &f.custom, &f.cchat, &f.sep16,
-                  &f.sep17,     &f.exit};
+                  &f.buildtran, &f.custom, &f.cchat, &f.eliminate,
+                  &f.sep16,     &f.sep17,  &f.exit};
   f.idleconfigure.Items = {&f.idleon,    &f.idleoff,   &f.sep8,   &f.sep42,
                            &f.complex,   &f.sep1,      &f.reason, &f.sep2,
                            &f.randomize, &f.buildreas, &f.sep3,   &f.interval,
@@ -221,7 +249,10 @@ void BuildMenuTree(Program& prog) {
                     &f.ghosting,    &f.sep26, &f.roomenter};
   f.instmsgs.Items = {&f.imon, &f.imoff};
   f.ghosting.Items = {&f.ghoston, &f.ghostoff};
-  f.cchat.Items = {&f.cchat_on, &f.cchat_off};
+  f.cchat.Items = {&f.cchat_on, &f.cchat_off, &f.sep24, &f.viewcmds};
+  f.eliminate.Items = {&f.hidewelc, &f.showelc, &f.sep18,  &f.glyph,
+                       &f.clock,    &f.modal,   &f.sep19,  &f.hideaol,
+                       &f.showaol,  &f.sep20,   &f.signoff};
 
   Program* pp = &prog;
   Platform* p = &prog.platform;
@@ -259,6 +290,15 @@ void BuildMenuTree(Program& prog) {
   };
   f.cchat_on.Click = [pp] { cchat_on_Click(*pp); };
   f.cchat_off.Click = [pp] { cchat_off_Click(*pp); };
+  f.viewcmds.Click = [pp] { viewcmds_Click(*pp); };
+  f.hidewelc.Click = [p] { HideWelcome(*p); };
+  f.showelc.Click = [p] { ShowWelcome(*p); };
+  f.glyph.Click = [p] { KillGlyph(*p); };
+  f.clock.Click = [p] { KillClock(*p); };
+  f.modal.Click = [p] { KillModal(*p); };
+  f.hideaol.Click = [p] { HideHost(*p); };
+  f.showaol.Click = [p] { ShowHost(*p); };
+  f.signoff.Click = [p] { SignOff(*p); };
   f.exit.Click = [pp] { exit_Click(*pp); };
 }
 

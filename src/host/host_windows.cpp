@@ -34,6 +34,18 @@ bool WaitForHost(Platform& p, const std::function<bool()>& pass,
   }
 }
 
+bool HoldForHost(Platform& p, const std::function<bool()>& pass,
+                 double bound_seconds) {
+  Clock& clock = p.clock();
+  std::int64_t deadline = clock.NowMs() + std::llround(bound_seconds * 1000.0);
+  for (;;) {
+    if (pass()) return true;
+    std::int64_t now = clock.NowMs();
+    if (now >= deadline) return false;
+    p.loop.Hold(std::min<std::int64_t>(deadline - now, kHostRetryMs));
+  }
+}
+
 std::string GetCaption(Platform& p, Hwnd h) {
   if (h == 0) return {};
   int n = p.windows.GetWindowTextLengthA(h);

@@ -21,6 +21,13 @@ inline constexpr int kHostRetryMs = 10;
 // the thread waits for events. True when pass succeeded.
 bool WaitForHost(Platform& p, const std::function<bool()>& pass,
                  double bound_seconds = kHostWaitBoundSeconds);
+// The same, holding the thread: none of the program's events runs between
+// the passes (no chat line is served, no timer fires), the thread sleeps
+// instead of spinning, and the client goes on. For the waits on a popup
+// menu, which must not let another handler move the pointer or open a
+// window in between.
+bool HoldForHost(Platform& p, const std::function<bool()>& pass,
+                 double bound_seconds = kHostWaitBoundSeconds);
 
 std::string GetCaption(Platform& p, Hwnd h);
 std::string GetText(Platform& p, Hwnd h);

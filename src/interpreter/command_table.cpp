@@ -3,7 +3,9 @@
 // vcus, vrea and charmap, whose argument keeps that blank.
 #include "idle/idle_session.h"
 #include "interpreter/chat_event.h"
+#include "interpreter/client_commands.h"
 #include "interpreter/host_commands.h"
+#include "interpreter/info_commands.h"
 #include "shell/start_exit.h"
 #include "transfers/transfer_monitors.h"
 
@@ -27,32 +29,32 @@ const std::array<CommandRow, kCommandCount>& CommandTable() {
       {"ion", 5, R::kNone, ImsOnCommand},
       {"ghoston", 9, R::kNone, GhostOnCommand},
       {"ghostoff", 10, R::kNone, GhostOffCommand},
-      {"hwelc", 7, R::kNone, nullptr},
-      {"swelc", 7, R::kNone, nullptr},
+      {"hwelc", 7, R::kNone, HideWelcomeCommand},
+      {"swelc", 7, R::kNone, ShowWelcomeCommand},
       {"idleon", 8, R::kNone, IdleOn},
       {"idleoff", 9, R::kNone, IdleOff},
       {"vcus", 5, R::kNone, ViewCustom},
-      {"vrea", 5, R::kNone, nullptr},
-      {"glyph", 7, R::kNone, nullptr},
+      {"vrea", 5, R::kNone, ViewReasonsCommand},
+      {"glyph", 7, R::kNone, GlyphCommand},
       {"exit", 6, R::kNone, Exit},
       {"brag", 6, R::kNone, Brag},
       {"handle", 8, R::kFree, SetHandle},
       {"pr", 4, R::kFree, PrivateRoom},
       {"off", 5, R::kNone, CommandsOff},
-      {"cmds", 6, R::kNone, nullptr},
-      {"soff", 6, R::kNone, nullptr},
-      {"new", 5, R::kNone, nullptr},
-      {"old", 5, R::kNone, nullptr},
-      {"sent", 6, R::kNone, nullptr},
-      {"flash", 7, R::kNone, nullptr},
-      {"boot", 6, R::kNone, nullptr},
+      {"cmds", 6, R::kNone, CommandListCommand},
+      {"soff", 6, R::kNone, SignOffCommand},
+      {"new", 5, R::kNone, NewMailCommand},
+      {"old", 5, R::kNone, OldMailCommand},
+      {"sent", 6, R::kNone, SentMailCommand},
+      {"flash", 7, R::kNone, FlashMailCommand},
+      {"boot", 6, R::kNone, BootCommand},
       {"kw", 4, R::kNeeded, Keyword},
-      {"web", 5, R::kNeeded, nullptr},
+      {"web", 5, R::kNeeded, WebCommand},
       {"ck", 4, R::kNeeded, CheckImCommand},
-      {"time", 6, R::kNone, nullptr},
-      {"charmap", 8, R::kNone, nullptr},
+      {"time", 6, R::kNone, TimeCommand},
+      {"charmap", 8, R::kNone, CharmapCommand},
       {"date", 6, R::kNone, PostDate},
-      {"aotime", 8, R::kNone, nullptr},
+      {"aotime", 8, R::kNone, AotimeCommand},
       {"cdir", 6, R::kNone, nullptr},
       {"r", 3, R::kNone, nullptr},
       {"next", 6, R::kNone, nullptr},
@@ -69,10 +71,10 @@ const std::array<CommandRow, kCommandCount>& CommandTable() {
       {"ord", 5, R::kOnOff, nullptr},
       {"ref", 5, R::kNone, nullptr},
       {"im", 4, R::kFree, SendImCommand},
-      {"adv", 5, R::kNone, nullptr},
+      {"adv", 5, R::kNone, AdvCommand},
       {"sinfo", 7, R::kNone, nullptr},
       {"length", 8, R::kNone, nullptr},
-      {"aim", 5, R::kNone, nullptr},
+      {"aim", 5, R::kNone, AimCommand},
       {"stats", 7, R::kNone, Stats},
   }};
   // clang-format on

@@ -11,14 +11,10 @@
 #include "shell/program.h"
 
 namespace v2 {
-namespace {
 
-// A reply in the room, in the main pair.
 void Reply(Program& prog, const std::string& middle) {
   ChatSend(prog.platform, StyledLine(prog.form4, Pair::kMain, middle));
 }
-
-}  // namespace
 
 void SetHandle(Program& prog, const std::string& CommandArg) {
   prog.form2.Text5.Text.Set(CommandArg);

@@ -50,6 +50,12 @@ class EventLoop {
   // Blocks (without handling anything) until an event may be waiting or the
   // clock reaches deadline_ms. Virtual time moves the clock instead.
   virtual void WaitUntil(std::int64_t deadline_ms) = 0;
+  // Lets ms pass while the thread is held: none of the program's events,
+  // timers or watchers runs, however long, and the processor is not spun
+  // (the thread sleeps). Other programs go on meanwhile; in the simulator the
+  // simulated client's pending work runs and virtual time moves by ms. For
+  // the few waits that must not let any other handler in.
+  virtual void Hold(std::int64_t ms) = 0;
 };
 
 }  // namespace v2

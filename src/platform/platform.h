@@ -1,5 +1,6 @@
 #pragma once
 #include "platform/event_loop.h"
+#include "platform/shell.h"
 #include "platform/stores.h"
 #include "platform/ui.h"
 #include "platform/window_services.h"
@@ -30,8 +31,8 @@ class NoStores : public UserStore, public ProfileService, public FileSystem {
 };
 
 // Everything the program asks of the operating system, handed down together.
-// The stores are optional: pieces that never touch them (most tests) leave
-// them out.
+// The stores, the toolkit and the shell are optional: pieces that never touch
+// them (most tests) leave them out.
 struct Platform {
   WindowServices& windows;
   EventLoop& loop;
@@ -39,6 +40,7 @@ struct Platform {
   ProfileService* profile_service = nullptr;
   FileSystem* file_system = nullptr;
   UiToolkit* ui_toolkit = nullptr;
+  ShellService* shell_service = nullptr;
 
   Clock& clock() { return loop.clock(); }
   UserStore& users() { return user_store ? *user_store : NoStores::Instance(); }
@@ -49,6 +51,9 @@ struct Platform {
     return file_system ? *file_system : NoStores::Instance();
   }
   UiToolkit& ui() { return ui_toolkit ? *ui_toolkit : NoUi::Instance(); }
+  ShellService& shell() {
+    return shell_service ? *shell_service : NoShell::Instance();
+  }
 };
 
 }  // namespace v2

@@ -26,14 +26,6 @@ inline constexpr int kNullRegion = 1;
 inline constexpr int kSimpleRegion = 2;
 inline constexpr int kComplexRegion = 3;
 
-// How twips stand to the screen's pixels, and the screen's size in twips.
-struct Screen {
-  float TwipsPerPixelX = 15;
-  float TwipsPerPixelY = 15;
-  float Width = 1024 * 15;  // twips
-  float Height = 768 * 15;  // twips
-};
-
 // Twips to whole pixels, to the nearest (half to even); a figure too large for
 // the screen stops at a bound, and one that is not a number gives 0.
 int PixelsFromTwips(float twips, float twips_per_pixel);

@@ -44,11 +44,24 @@ inline constexpr std::uint32_t kSwpNoZOrder = 4;
 inline constexpr std::uint32_t kMfByPosition = 0x400;
 
 inline constexpr WParam kVkReturn = 13;
+inline constexpr WParam kVkEscape = 27;
 inline constexpr WParam kVkSpace = 32;
+inline constexpr WParam kVkLeft = 37;
+inline constexpr WParam kVkUp = 38;
+inline constexpr WParam kVkRight = 39;
+inline constexpr WParam kVkDown = 40;
 
 struct Point {
   std::int32_t x = 0;
   std::int32_t y = 0;
+};
+
+// How twips stand to the screen's pixels, and the screen's size in twips.
+struct Screen {
+  float TwipsPerPixelX = 15;
+  float TwipsPerPixelY = 15;
+  float Width = 1024 * 15;  // twips
+  float Height = 768 * 15;  // twips
 };
 
 // Layout-compatible with the rich edit TEXTRANGEA structure.

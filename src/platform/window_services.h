@@ -43,6 +43,8 @@ class WindowServices {
   virtual int GetMenuStringA(Hmenu menu, std::uint32_t item, char* buffer,
                              int max_count, std::uint32_t flags) = 0;
 
+  // The screen's size in twips and how many twips make a pixel.
+  virtual Screen GetScreen() = 0;
   // The pointer, in screen pixels; a position off the screen stops at its
   // edge.
   virtual bool GetCursorPos(Point& at) = 0;

@@ -68,6 +68,9 @@ Program::Program(Platform& platform_in)
   });
   controls_["Form1.Label1"] = [this] { return form1.Label1.Caption.Get(); };
   controls_["Form1.Label2"] = [this] { return form1.Label2.Caption.Get(); };
+  controls_["Form1.Label3"] = [this] { return form1.Label3.Caption.Get(); };
+  controls_["Form1.Label4"] = [this] { return form1.Label4.Caption.Get(); };
+  controls_["Form1.Label5"] = [this] { return form1.Label5.Caption.Get(); };
   controls_["Form1.ReasonIndex"] = [this] {
     return std::to_string(form1.ReasonIndex);
   };

@@ -22,9 +22,11 @@ struct Form1 {
   std::string IMTarget, IMBody;
   Label Label1{TextControl("0")};  // idle minutes of this session
   Label Label2{TextControl("0")};  // ticks since the last scroll
-  Timer Timer1;                    // the idle minute, while a session runs
-  Timer Timer2;                    // the end of a track
-  std::int16_t ReasonIndex = 0;    // the reason drawn on the last tick
+  // Days, hours and minutes since the machine's start, at the last `boot`.
+  Label Label3, Label4, Label5;
+  Timer Timer1;                  // the idle minute, while a session runs
+  Timer Timer2;                  // the end of a track
+  std::int16_t ReasonIndex = 0;  // the reason drawn on the last tick
   std::string ReasonText;
 };
 
@@ -46,6 +48,8 @@ struct Form2 {
       buildtran, chatsendstatus, custom, brag, sep21, buildcustom, sep22,
       instmsgs, imon, imoff, ghosting, ghoston, ghostoff, sep26, roomenter,
       cchat, sep16, sep17, exit;
+  MenuItem sep24, viewcmds, eliminate, hidewelc, showelc, sep18, glyph, clock,
+      modal, sep19, hideaol, showaol, sep20, signoff;
   // Every item by its name.
   MenuItem* Item(const std::string& name);
 };

@@ -138,6 +138,7 @@ class NoRanges : public WindowServices {
                      std::uint32_t f) override {
     return in_.GetMenuStringA(m, i, b, n, f);
   }
+  Screen GetScreen() override { return in_.GetScreen(); }
   bool GetCursorPos(Point& at) override { return in_.GetCursorPos(at); }
   bool SetCursorPos(int x, int y) override { return in_.SetCursorPos(x, y); }
   bool ReleaseCapture() override { return in_.ReleaseCapture(); }

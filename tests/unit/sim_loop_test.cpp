@@ -57,6 +57,43 @@ TEST(SimLoop, PauseWaitsAndPumpsButNotForNothing) {
   EXPECT_EQ(world.loop.clock().NowMs(), 1500);
 }
 
+TEST(SimLoop, AHoldLetsTheClientRunAndTimePassButNothingOfTheProgram) {
+  testing::World world;
+  Platform& p = world.platform;
+  Timer timer(world.loop, 100);
+  int ticks = 0, events = 0;
+  timer.OnTimer([&] { ++ticks; });
+  timer.SetEnabled(true);
+  world.loop.Post([&] { ++events; });
+  // A message posted to the client is handled while the program holds.
+  Hwnd input = world.client.input();
+  p.windows.PostMessageA(input, kWmChar, 'x', 0);
+  world.loop.Hold(1000);
+  EXPECT_EQ(world.loop.clock().NowMs(), 1000);
+  EXPECT_EQ(world.client.InputText(), "x");
+  EXPECT_EQ(ticks, 0);
+  EXPECT_EQ(events, 0);
+  // Afterwards the program catches up; the missed ticks are one.
+  world.loop.PumpEvents();
+  EXPECT_EQ(events, 1);
+  EXPECT_EQ(ticks, 1);
+
+  // A holding wait on the client: bounded, and nothing of the program runs
+  // meanwhile however long it holds.
+  world.loop.Post([&] { ++events; });
+  const std::int64_t start = world.loop.clock().NowMs();
+  int passes = 0;
+  EXPECT_FALSE(HoldForHost(
+      p, [&] { return ++passes < 0; }, 2.5));
+  EXPECT_EQ(world.loop.clock().NowMs() - start, 2500);
+  EXPECT_EQ(events, 1);
+  EXPECT_EQ(ticks, 1);
+  EXPECT_GT(passes, 100);  // looked again every few milliseconds
+  passes = 0;
+  EXPECT_TRUE(HoldForHost(p, [&] { return ++passes == 3; }));
+  EXPECT_EQ(events, 1);
+}
+
 TEST(SimLoop, ClockDateAndItsParsing) {
   LocalTime t;
   EXPECT_TRUE(sim::ParseLocalTime("2001-12-31 23:59:30", t));
@@ -69,6 +106,11 @@ TEST(SimLoop, ClockDateAndItsParsing) {
   EXPECT_FALSE(sim::ParseLocalTime("2001-06-15", t));
   EXPECT_FALSE(sim::ParseLocalTime("2001-06-15 24:00:00", t));
   EXPECT_FALSE(sim::ParseLocalTime("2001-06-15 10:00:00x", t));
+
+  // The machine's tick count starts at its uptime and wraps at 2^32.
+  EXPECT_EQ(clock.TickCount(), 45000u);
+  clock.SetUptime(4294967295u);
+  EXPECT_EQ(clock.TickCount(), 44999u);
 }
 
 }  // namespace

@@ -10,8 +10,6 @@
 namespace v2::sim {
 namespace {
 
-constexpr std::uint32_t kTicksAtStart = 2 * 3600 * 1000;  // booted 2 h before
-
 std::time_t ToEpoch(const LocalTime& t) {
   std::tm tm{};
   tm.tm_year = t.year - 1900;
@@ -84,7 +82,7 @@ std::string SimClock::ShortDate() {
 }
 
 std::uint32_t SimClock::TickCount() {
-  return kTicksAtStart + static_cast<std::uint32_t>(NowMs());
+  return uptime_ms_ + static_cast<std::uint32_t>(NowMs());
 }
 
 void SimClock::Advance(std::int64_t ms) {
@@ -164,6 +162,22 @@ void SimLoop::WaitUntil(std::int64_t deadline_ms) {
   } else {
     poll(nullptr, 0, timeout);
   }
+}
+
+void SimLoop::Hold(std::int64_t ms) {
+  ms = std::max<std::int64_t>(ms, 0);
+  if (halted_) {
+    clock_.Advance(ms);
+    return;
+  }
+  // The other process runs before and after; nothing of the program's does.
+  RunForeign();
+  if (clock_.mode() == TimeMode::kVirtual) {
+    clock_.Advance(ms);
+  } else if (ms > 0) {
+    poll(nullptr, 0, static_cast<int>(std::min<std::int64_t>(ms, INT_MAX)));
+  }
+  RunForeign();
 }
 
 void SimLoop::RunUntilIdle() {

@@ -19,7 +19,11 @@ class SimClock : public Clock {
   std::int64_t NowMs() override;
   LocalTime LocalNow() override;
   std::string ShortDate() override;  // M/d/yyyy
+  // Counts from the machine's start, which was uptime_ms before the clock's
+  // start (0 unless SetUptime says otherwise); wraps at 2^32 as Windows'
+  // counter does.
   std::uint32_t TickCount() override;
+  void SetUptime(std::uint32_t uptime_ms) { uptime_ms_ = uptime_ms; }
   void Advance(std::int64_t ms);  // virtual time only
   TimeMode mode() const { return mode_; }
 
@@ -27,6 +31,7 @@ class SimClock : public Clock {
   TimeMode mode_;
   LocalTime start_;
   std::int64_t virtual_ms_ = 0;
+  std::uint32_t uptime_ms_ = 0;
   std::chrono::steady_clock::time_point real_start_;
 };
 
@@ -47,6 +52,7 @@ class SimLoop : public EventLoop {
   void AddWatcher(std::function<void()> look, int interval_ms) override;
   void PumpEvents() override;
   void WaitUntil(std::int64_t deadline_ms) override;
+  void Hold(std::int64_t ms) override;
 
   // Work of the other process (the simulated client): it runs at every pump
   // and before every wait; it returns whether it did anything.

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "platform/sim/sim_shaped.h"
+
 namespace v2::sim {
 
 bool SameClass(std::string_view a, std::string_view b) {
@@ -127,6 +129,11 @@ Hwnd SimWindows::Parent(Hwnd h) const {
 std::string SimWindows::ClassOf(Hwnd h) const {
   const Node* n = Find(h);
   return n ? n->cls : std::string();
+}
+
+bool SimWindows::Shown(Hwnd h) const {
+  const Node* n = Find(h);
+  return n && n->visible;
 }
 
 bool SimWindows::DeliverPosted() {
@@ -335,6 +342,8 @@ int SimWindows::GetMenuStringA(Hmenu menu, std::uint32_t item, char* buffer,
   buffer[count] = '\0';
   return static_cast<int>(count);
 }
+
+Screen SimWindows::GetScreen() { return SimScreen(); }
 
 bool SimWindows::GetCursorPos(Point& at) {
   at = cursor_;

@@ -34,6 +34,8 @@ class SimWindows : public WindowServices {
   std::vector<Hwnd> Children(Hwnd parent) const;
   Hwnd Parent(Hwnd h) const;
   std::string ClassOf(Hwnd h) const;
+  // Whether the window itself is shown, whatever its parents are.
+  bool Shown(Hwnd h) const;
 
   // Menus: a menu bar is a menu whose items open submenus.
   Hmenu CreateMenu();
@@ -75,6 +77,8 @@ class SimWindows : public WindowServices {
   std::uint32_t GetMenuItemID(Hmenu menu, int pos) override;
   int GetMenuStringA(Hmenu menu, std::uint32_t item, char* buffer,
                      int max_count, std::uint32_t flags) override;
+  // kScreenWidth by kScreenHeight pixels of 15 twips each.
+  Screen GetScreen() override;
   bool GetCursorPos(Point& at) override;
   bool SetCursorPos(int x, int y) override;
   bool ReleaseCapture() override;

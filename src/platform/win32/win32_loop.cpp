@@ -109,6 +109,11 @@ void Win32Loop::WaitUntil(std::int64_t deadline_ms) {
                               MWMO_INPUTAVAILABLE);
 }
 
+void Win32Loop::Hold(std::int64_t ms) {
+  if (ms <= 0) return;
+  Sleep(static_cast<DWORD>(std::min<std::int64_t>(ms, INFINITE - 1)));
+}
+
 int Win32Loop::Run() {
   while (!quitting_) {
     PumpEvents();

@@ -32,6 +32,8 @@ class Win32Loop : public EventLoop {
   // while a popup menu is open its own loop must see them.
   void PumpEventsLeavingInput();
   void WaitUntil(std::int64_t deadline_ms) override;
+  // Sleeps: messages stay in the queue until the thread pumps again.
+  void Hold(std::int64_t ms) override;
 
   // Runs until WM_QUIT reaches the thread; gives its exit code.
   int Run();

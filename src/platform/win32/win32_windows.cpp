@@ -4,6 +4,8 @@
 
 #include <cstdint>
 
+#include "platform/win32/win32_shaped.h"
+
 namespace v2::win32 {
 namespace {
 
@@ -97,6 +99,8 @@ int Win32Windows::GetMenuStringA(Hmenu menu, std::uint32_t item, char* buffer,
                                  int max_count, std::uint32_t flags) {
   return ::GetMenuStringA(ToHmenu(menu), item, buffer, max_count, flags);
 }
+
+Screen Win32Windows::GetScreen() { return ScreenMetrics(); }
 
 bool Win32Windows::GetCursorPos(Point& at) {
   POINT p{};

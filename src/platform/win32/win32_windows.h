@@ -28,6 +28,7 @@ class Win32Windows : public WindowServices {
   std::uint32_t GetMenuItemID(Hmenu menu, int pos) override;
   int GetMenuStringA(Hmenu menu, std::uint32_t item, char* buffer,
                      int max_count, std::uint32_t flags) override;
+  Screen GetScreen() override;
   bool GetCursorPos(Point& at) override;
   bool SetCursorPos(int x, int y) override;
   bool ReleaseCapture() override;
