@@ -219,8 +219,9 @@ std::string AolClient::TimeOnlineText() {
 void AolClient::OpenTimeOnline() {
   if (!host_.Exists(frame_)) return;
   if (!host_.Exists(time_box_)) {
+    // Made whole, text and all, so that no reader finds it half made.
     time_box_ = host_.Create(0, "_AOL_Modal", "Time Online");
-    host_.Create(time_box_, "_AOL_Static", "");
+    host_.Create(time_box_, "_AOL_Static", TimeOnlineText());
     // Its one icon, OK, closes it.
     AddIcon(time_box_, "OK", [this] {
       if (host_.Exists(time_box_)) host_.Destroy(time_box_);

@@ -157,9 +157,11 @@ std::string SessionTime(Platform& p) {
     p.loop.PumpEvents();
     modal = p.windows.FindWindowA("_AOL_Modal", nullptr);
     st = modal ? p.windows.FindWindowExA(modal, 0, "_AOL_Static", nullptr) : 0;
-    return modal != 0;
+    // Another program makes the box before its text: a box without its
+    // text is not there yet.
+    return modal != 0 && st != 0;
   });
-  if (modal == 0) return {};
+  if (modal == 0 || st == 0) return {};
   const std::string time = SessionTimeOf(GetText(p, st));
   Pause(p, 0.5);
   // The box is looked up again after the pause, and closed by its first
