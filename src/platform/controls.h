@@ -99,6 +99,10 @@ class Timer {
   bool Enabled() const { return enabled_; }
   void SetInterval(int ms);
   void SetEnabled(bool on);
+  // The handler's next passes would do nothing before until_ms (kNeverMs:
+  // before Wake): they are skipped, at no cost, with no other difference.
+  void Sleep(std::int64_t until_ms) { loop_.SleepTimer(id_, until_ms); }
+  void Wake() { loop_.WakeTimer(id_); }
 
  private:
   void Arm() { loop_.SetTimer(id_, interval_, enabled_ && handler_); }
