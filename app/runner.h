@@ -9,9 +9,11 @@
 #include "aolsim/sim_window_host.h"
 #include "app/script.h"
 #include "platform/sim/sim_loop.h"
+#include "platform/sim/sim_media.h"
 #include "platform/sim/sim_stores.h"
 #include "platform/sim/sim_ui.h"
 #include "platform/sim/sim_windows.h"
+#include "player/id3_tags.h"
 #include "shell/program.h"
 
 namespace v2 {
@@ -53,6 +55,7 @@ class Runner {
   bool ended() const { return loop_.halted(); }
   sim::SimLoop& loop() { return loop_; }
   aolsim::AolClient& client() { return client_; }
+  sim::SimMedia& media() { return media_; }
   Program& program() { return program_; }
 
  private:
@@ -78,6 +81,7 @@ class Runner {
   sim::SimProfileService profile_;
   sim::SimFileSystem files_;
   sim::SimUi ui_;
+  sim::SimMedia media_;
   Platform platform_;
   aolsim::SimWindowHost host_;
   aolsim::AolClient client_;
@@ -85,6 +89,7 @@ class Runner {
   bool started_ = false;
   std::string pending_;  // what the terminal gave and nobody took yet
   bool input_done_ = false;
+  TrackTags track_tags_;  // what the next `track` lines write
 };
 
 }  // namespace v2

@@ -5,6 +5,7 @@
 
 #include "config/menu_tree.h"
 #include "platform/text.h"
+#include "player/player_commands.h"
 #include "shell/program.h"
 
 namespace v2 {
@@ -126,6 +127,7 @@ void ReadSettingsFile(Program& prog) {
   read("reasons", s.Text9.Text, "reason:");
   read("per", s.Text17.Text, "%");
   read("ml", s.Text19.Text, "ml");
+  ReadPlayerPath(prog);
 }
 
 }  // namespace v2

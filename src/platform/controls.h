@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/event_loop.h"
+#include "platform/stores.h"
 
 namespace v2 {
 
@@ -70,6 +71,59 @@ struct ListBox {
   }
   int ListCount() const { return static_cast<int>(items.size()); }
   ListPeer* peer = nullptr;
+};
+
+// A file list box: the names of the files of one directory that match its
+// pattern, in the order the box sorts them, and a cursor on one of them.
+class FileListBox {
+ public:
+  FileListBox(FileSystem& files, std::string pattern)
+      : files_(files), pattern_(std::move(pattern)) {}
+  const std::string& Path() const { return path_; }
+  const std::string& Pattern() const { return pattern_; }
+  // Shows the directory dir (the empty path shows nothing): the list is
+  // read anew and the cursor falls back to -1. A directory that cannot be
+  // read shows no files.
+  void SetPath(const std::string& dir) {
+    path_ = dir;
+    files_.ListFiles(path_, pattern_, names_);
+    ListIndex_ = -1;
+  }
+  // The list read anew; the cursor stays on its file while it is listed.
+  void Refresh() {
+    const std::string at = FileName();
+    files_.ListFiles(path_, pattern_, names_);
+    ListIndex_ = -1;
+    for (int i = 0; i < ListCount(); ++i) {
+      if (!at.empty() && names_[static_cast<std::size_t>(i)] == at) {
+        ListIndex_ = i;
+      }
+    }
+  }
+  int ListCount() const { return static_cast<int>(names_.size()); }
+  int ListIndex() const { return ListIndex_; }
+  // Moves the cursor to index, -1 to ListCount - 1; any other index is
+  // refused (false) and the cursor stays.
+  bool SetListIndex(int index) {
+    if (index < -1 || index >= ListCount()) return false;
+    ListIndex_ = index;
+    return true;
+  }
+  // The name at index, "" outside the list.
+  std::string List(int index) const {
+    return index < 0 || index >= ListCount()
+               ? std::string()
+               : names_[static_cast<std::size_t>(index)];
+  }
+  // The name at the cursor, "" at -1.
+  std::string FileName() const { return List(ListIndex_); }
+
+ private:
+  FileSystem& files_;
+  std::string pattern_;
+  std::string path_;
+  std::vector<std::string> names_;
+  int ListIndex_ = -1;
 };
 
 // A menu item; one with Items is a submenu head, and one whose caption is

@@ -1,5 +1,6 @@
 #pragma once
 #include "platform/event_loop.h"
+#include "platform/media.h"
 #include "platform/stores.h"
 #include "platform/ui.h"
 #include "platform/window_services.h"
@@ -23,6 +24,9 @@ class NoStores : public UserStore, public ProfileService, public FileSystem {
     return false;
   }
   bool FileExists(const std::string&) override { return false; }
+  bool FilesIn(const std::string&, std::vector<std::string>&) override {
+    return false;
+  }
   std::string ProgramDir() override { return "."; }
   std::string NativePath(const std::string& name) override { return name; }
 
@@ -30,8 +34,8 @@ class NoStores : public UserStore, public ProfileService, public FileSystem {
 };
 
 // Everything the program asks of the operating system, handed down together.
-// The stores are optional: pieces that never touch them (most tests) leave
-// them out.
+// The stores, the toolkit and the media control are optional: pieces that
+// never touch them (most tests) leave them out.
 struct Platform {
   WindowServices& windows;
   EventLoop& loop;
@@ -39,6 +43,7 @@ struct Platform {
   ProfileService* profile_service = nullptr;
   FileSystem* file_system = nullptr;
   UiToolkit* ui_toolkit = nullptr;
+  MediaControl* media_control = nullptr;
 
   Clock& clock() { return loop.clock(); }
   UserStore& users() { return user_store ? *user_store : NoStores::Instance(); }
@@ -49,6 +54,9 @@ struct Platform {
     return file_system ? *file_system : NoStores::Instance();
   }
   UiToolkit& ui() { return ui_toolkit ? *ui_toolkit : NoUi::Instance(); }
+  MediaControl& media() {
+    return media_control ? *media_control : NoMedia::Instance();
+  }
 };
 
 }  // namespace v2
