@@ -15,7 +15,7 @@ namespace v2 {
 namespace {
 
 constexpr int kRate = 32000;
-constexpr int kKbps = 32;
+constexpr int kKbps = 48;          // the smallest frame that holds the LAME tag
 constexpr int kChunk = 1152 * 32;  // samples handed to the encoder at once
 
 struct Encoder {

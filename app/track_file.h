@@ -1,6 +1,6 @@
 #pragma once
 // MP3 files for scenarios, made with a real encoder (libmp3lame): silence,
-// MPEG-1 Layer III, 32 kHz mono at 32 kbit/s, with a LAME tag that gives a
+// MPEG-1 Layer III, 32 kHz mono at 48 kbit/s, with a LAME tag that gives a
 // reader who counts frames the exact length, and ID3 tags (version 1 and 2)
 // when there are any to write.
 #include <string>
