@@ -223,7 +223,8 @@ std::int64_t Win32Media::NextChangeMs() {
 }
 
 void Win32Media::Notified(unsigned flags, unsigned device) {
-  if (flags != MCI_NOTIFY_SUCCESSFUL || device != device_ ||
+  // Windows names the device; Wine's MPEG device names none (0).
+  if (flags != MCI_NOTIFY_SUCCESSFUL || (device != device_ && device != 0) ||
       state_ != State::kPlaying || ended_) {
     return;
   }
