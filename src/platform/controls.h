@@ -2,6 +2,7 @@
 // The controls whose values are the program's data. In the simulator they are
 // plain values; a backend that shows a control to the member can attach a
 // peer so that reading the control reads the real window.
+#include <algorithm>
 #include <functional>
 #include <string>
 #include <vector>
@@ -93,12 +94,10 @@ class FileListBox {
   void Refresh() {
     const std::string at = FileName();
     files_.ListFiles(path_, pattern_, names_);
-    ListIndex_ = -1;
-    for (int i = 0; i < ListCount(); ++i) {
-      if (!at.empty() && names_[static_cast<std::size_t>(i)] == at) {
-        ListIndex_ = i;
-      }
-    }
+    auto found = std::find(names_.begin(), names_.end(), at);
+    ListIndex_ = at.empty() || found == names_.end()
+                     ? -1
+                     : static_cast<int>(found - names_.begin());
   }
   int ListCount() const { return static_cast<int>(names_.size()); }
   int ListIndex() const { return ListIndex_; }
