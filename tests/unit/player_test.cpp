@@ -8,6 +8,7 @@
 #include <sstream>
 
 #include "app/runner.h"
+#include "app/script.h"
 #include "app/track_file.h"
 #include "platform/sim/mp3_reader.h"
 #include "platform/sim/sim_media.h"
@@ -203,6 +204,35 @@ TEST(PlayerNumbers, TimesAndVolumesRoundHalvesToTheEvenOne) {
   EXPECT_EQ(VolumeFor(0), -2500);
   EXPECT_EQ(VolumeFor(37.5), -1562);  // -1562.5
   EXPECT_EQ(VolumeFor(62.5), -938);   // -937.5
+}
+
+TEST(PlayerScript, TrackAndTagsLines) {
+  using Kind = ScriptCommand::Kind;
+  ScriptCommand c = ParseScriptLine("track music/The Song.mp3 205.4");
+  EXPECT_EQ(c.kind, Kind::kTrack);
+  EXPECT_EQ(c.object, "music/The Song.mp3");
+  EXPECT_EQ(c.seconds, 205.4);
+  for (const char* bad : {"track", "track a.mp3", "track a.mp3 0", "track  3",
+                          "track a.mp3 -1", "track a.mp3 1s"}) {
+    EXPECT_EQ(ParseScriptLine(bad).kind, Kind::kNotUnderstood) << bad;
+  }
+  c = ParseScriptLine("tags T|A");
+  EXPECT_EQ(c.kind, Kind::kTags);
+  EXPECT_EQ(ParseTrackTags(c.text), (TrackTags{"T", "A", "", "", ""}));
+  EXPECT_EQ(ParseTrackTags("a|b|c|d|e|f"),
+            (TrackTags{"a", "b", "c", "d", "e|f"}));
+  EXPECT_EQ(ParseTrackTags(""), TrackTags{});
+
+  // A track the runner cannot write refuses the line.
+  TempDir dir;
+  std::ofstream(dir.path / "file") << "x";
+  std::string error;
+  EXPECT_FALSE(
+      WriteTrack((dir.path / "file" / "a.mp3").string(), 1, {}, error));
+  EXPECT_FALSE(WriteTrack((dir.path / "a.mp3").string(), 3601, {}, error));
+  EXPECT_TRUE(
+      WriteTrack((dir.path / "deep\\er" / "a.mp3").string(), 1, {}, error));
+  EXPECT_TRUE(fs::exists(dir.path / "deep" / "er" / "a.mp3"));
 }
 
 // Step 30 of the start: the stored folder, or the program's own.
