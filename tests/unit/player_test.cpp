@@ -235,6 +235,54 @@ TEST(PlayerScript, TrackAndTagsLines) {
   EXPECT_TRUE(fs::exists(dir.path / "deep" / "er" / "a.mp3"));
 }
 
+// While a list of matches goes out, a second of pause at a time, commands
+// run in between: `p` with a number is a new search until the list is
+// complete, adding to the same list, and `cancel` finds nothing to cancel.
+TEST(PlayerSearch, ALineSaidDuringTheListingRunsOnTopOfIt) {
+  TempDir dir;
+  for (const char* name : {"music/a.mp3", "music/b.mp3", "music/c.mp3"}) {
+    dir.Track(name, 30);
+  }
+  RunnerOptions options;
+  options.script = "-";
+  options.clock = LocalTime{2001, 6, 15, 14, 3, 0, 0};
+  options.user_store = (dir.path / "user-store").string();
+  options.program_dir = dir.path.string();
+  std::ostringstream out, err;
+  Runner runner(options, out, err);
+  runner.Execute("say dir " + (dir.path / "music").string());
+  // The member speaks 1.5 s into the listing, and again 1.5 s later.
+  std::vector<std::string> lines = {"p 1", "cancel"};
+  TimerId later = runner.loop().CreateTimer([&] {
+    if (lines.empty()) return;
+    runner.client().MemberTypes(lines.front());
+    runner.client().MemberPressesReturn();
+    lines.erase(lines.begin());
+  });
+  runner.loop().SetTimer(later, 1500, true);
+  out.str("");
+  runner.Execute("say p mp3");
+  runner.loop().SetTimer(later, 0, false);
+  const std::string said = out.str();
+  auto count = [&](const std::string& what) {
+    std::size_t n = 0;
+    for (auto at = said.find(what); at != std::string::npos;
+         at = said.find(what, at + 1)) {
+      ++n;
+    }
+    return n;
+  };
+  EXPECT_EQ(count("Member:\tp 1\n"), 1u);
+  EXPECT_EQ(count("Member:\tcancel\n"), 1u);
+  // The search for "1" found nothing more: the list it saw (the three of
+  // the first search) went out a second time, and nothing was canceled.
+  EXPECT_EQ(count("<b>3</b> multiple matches found"), 2u);
+  EXPECT_EQ(count("canceled"), 0u);
+  EXPECT_EQ(count("type <b>p</b> and a number"), 2u);
+  EXPECT_EQ(runner.program().form1.List1.ListCount(), 3);
+  EXPECT_EQ(runner.program().form1.SelectionPending, kVbTrue);
+}
+
 // Step 30 of the start: the stored folder, or the program's own.
 TEST(PlayerStart, TheDirectoryComesFromSettingsDatOrIsTheProgramsOwn) {
   TempDir dir;
