@@ -39,11 +39,8 @@ void LoopCore::SetTimer(TimerId id, int interval_ms, bool enabled,
 void LoopCore::SleepTimer(TimerId id, std::int64_t until) {
   Timer* t = Find(id);
   if (!t || !t->enabled) return;
-  if (until == kNeverMs) {
-    t->asleep = true;
-  } else if (until > t->due) {
-    t->due = OnBeat(*t, until);
-  }
+  t->asleep = until == kNeverMs;
+  if (!t->asleep && until > t->due) t->due = OnBeat(*t, until);
 }
 
 void LoopCore::WakeTimer(TimerId id, std::int64_t now) {
