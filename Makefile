@@ -6,7 +6,8 @@
 #   make win       vantrel2.exe and aolhost.exe: build-win/ (64-bit Windows)
 #                  and build-win32/ (32-bit Windows, for old machines)
 #   make wine-test the scenario scripts marked for Wine, played by aolhost.exe
-#                  against vantrel2.exe under Wine
+#                  against vantrel2.exe under Wine (the Linux build makes
+#                  their MP3 files)
 #   make format    rewrite the sources in the house style (.clang-format)
 #   make deps      install what the above need (Debian; only what is missing)
 #   make clean
@@ -85,7 +86,7 @@ win: deps
 	$(CMAKE) --build $(WIN32_DIR) -j $(JOBS)
 
 # Real windows, real messages, real time: each script runs for some seconds.
-wine-test: win
+wine-test: build win
 	tests/wine/run-tests
 
 format-check: deps

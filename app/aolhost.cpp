@@ -245,6 +245,14 @@ int Play(v2::aolsim::AolClient& client, v2::aolsim::Desktop& desktop,
         std::cerr << "aolhost: line " << number
                   << ": the program's windows are not the client's\n";
         return 2;
+      case Kind::kTrack:
+      case Kind::kTags:
+        // The run script makes the tracks before the program starts, from
+        // the lines at the top; one made later would come too early.
+        std::cerr << "aolhost: line " << number
+                  << ": tracks are made before the start, at the top of "
+                     "the script\n";
+        return 2;
       case Kind::kShow: {
         std::string value;
         if (!v2::ShowOfClient(client, c.object, value) &&
@@ -310,14 +318,17 @@ int main(int argc, char** argv) {
   }
 
   // Answers at the top of the script are for the questions the program
-  // asks at its start, before anything else happens.
+  // asks at its start, before anything else happens; the tracks there have
+  // been made by whoever started the run (make-track).
   Watch watch(options.program);
   std::size_t first = 1;
   for (; first <= lines.size(); ++first) {
     v2::ScriptCommand c = v2::ParseScriptLine(lines[first - 1]);
-    if (c.kind == v2::ScriptCommand::Kind::kAnswer) {
+    using Kind = v2::ScriptCommand::Kind;
+    if (c.kind == Kind::kAnswer) {
       Queue(watch, c);
-    } else if (c.kind != v2::ScriptCommand::Kind::kNothing) {
+    } else if (c.kind != Kind::kNothing && c.kind != Kind::kTrack &&
+               c.kind != Kind::kTags) {
       break;
     }
   }

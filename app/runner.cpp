@@ -10,6 +10,7 @@
 
 #include "app/room_render.h"
 #include "app/script.h"
+#include "app/track_file.h"
 #include "config/settings.h"
 #include "config/style_window.h"
 #include "platform/text.h"
@@ -101,8 +102,9 @@ Runner::Runner(const RunnerOptions& options, std::ostream& out,
       user_store_(options.user_store),
       files_(options.program_dir),
       ui_(windows_),
+      media_(loop_.clock(), files_),
       platform_{windows_, loop_, &user_store_, &profile_,
-                &files_,  &ui_,  &shell_},
+                &files_,  &ui_,  &shell_,      &media_},
       host_(windows_, loop_),
       client_(host_, options.screen_name),
       desktop_(host_),
@@ -122,6 +124,7 @@ Runner::Runner(const RunnerOptions& options, std::ostream& out,
   client_.on_event = [this](const std::string& event) { Print(event); };
   ui_.on_event = [this](const std::string& event) { Print(event); };
   shell_.on_event = [this](const std::string& event) { Print(event); };
+  media_.on_event = [this](const std::string& event) { Print(event); };
   // The program's end is the process's end, as it is on Windows: whatever
   // the program was in the middle of goes with it.
   ui_.on_end = [this] {
@@ -158,9 +161,12 @@ void Runner::Print(const std::string& text) {
 Runner::Outcome Runner::Run(const std::string& raw) {
   ScriptCommand command = ParseScriptLine(raw);
   if (ended()) return Outcome::kDone;  // the program is gone
-  // Answers given before the start are for the start's questions.
+  // Answers given before the start are for the start's questions, and
+  // tracks made then are there when it begins.
   if (command.kind != ScriptCommand::Kind::kNothing &&
-      command.kind != ScriptCommand::Kind::kAnswer) {
+      command.kind != ScriptCommand::Kind::kAnswer &&
+      command.kind != ScriptCommand::Kind::kTrack &&
+      command.kind != ScriptCommand::Kind::kTags) {
     Start();
   }
   switch (command.kind) {
@@ -183,6 +189,18 @@ Runner::Outcome Runner::Run(const std::string& raw) {
     case ScriptCommand::Kind::kAnswer:
       QueueAnswer(command);
       break;
+    case ScriptCommand::Kind::kTags:
+      track_tags_ = ParseTrackTags(command.text);
+      break;
+    case ScriptCommand::Kind::kTrack: {
+      std::string error;
+      if (!WriteTrack(command.object, command.seconds, track_tags_, error)) {
+        err_ << "vantrel2-sim: track " << command.object << ": " << error
+             << '\n';
+        return Outcome::kNotUnderstood;
+      }
+      break;
+    }
     case ScriptCommand::Kind::kWait:
       loop_.RunFor(static_cast<std::int64_t>(command.seconds * 1000.0 + 0.5));
       break;
@@ -192,9 +210,11 @@ Runner::Outcome Runner::Run(const std::string& raw) {
         break;
       }
       std::string value;
-      if (!ShowOfClient(client_, command.object, value) &&
-          !ShowOfDesktop(desktop_, command.object, value) &&
-          !program_.Show(command.object, value)) {
+      if (command.object == "media") {
+        value = media_.Describe();
+      } else if (!ShowOfClient(client_, command.object, value) &&
+                 !ShowOfDesktop(desktop_, command.object, value) &&
+                 !program_.Show(command.object, value)) {
         return Outcome::kNotUnderstood;
       }
       Print("[" + command.object + "] " + value);

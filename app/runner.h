@@ -10,10 +10,12 @@
 #include "aolsim/sim_window_host.h"
 #include "app/script.h"
 #include "platform/sim/sim_loop.h"
+#include "platform/sim/sim_media.h"
 #include "platform/sim/sim_shell.h"
 #include "platform/sim/sim_stores.h"
 #include "platform/sim/sim_ui.h"
 #include "platform/sim/sim_windows.h"
+#include "player/id3_tags.h"
 #include "shell/program.h"
 
 namespace v2 {
@@ -61,6 +63,7 @@ class Runner {
   sim::SimLoop& loop() { return loop_; }
   aolsim::AolClient& client() { return client_; }
   aolsim::Desktop& desktop() { return desktop_; }
+  sim::SimMedia& media() { return media_; }
   Program& program() { return program_; }
 
  private:
@@ -89,6 +92,7 @@ class Runner {
   sim::SimFileSystem files_;
   sim::SimUi ui_;
   sim::SimShell shell_;
+  sim::SimMedia media_;
   Platform platform_;
   aolsim::SimWindowHost host_;
   aolsim::AolClient client_;
@@ -97,6 +101,7 @@ class Runner {
   bool started_ = false;
   std::string pending_;  // what the terminal gave and nobody took yet
   bool input_done_ = false;
+  TrackTags track_tags_;  // what the next `track` lines write
 };
 
 }  // namespace v2

@@ -150,6 +150,18 @@ ScriptCommand ParseScriptLine(const std::string& utf8_line) {
         c.text = typed;
       }
     }
+  } else if (Take(line, "track", rest)) {
+    // NAME is everything before the last word, blanks and all.
+    auto last = rest.rfind(' ');
+    c.kind = last != std::string::npos && last > 0 &&
+                     ParseSeconds(rest.substr(last + 1), c.seconds) &&
+                     c.seconds > 0
+                 ? ScriptCommand::Kind::kTrack
+                 : ScriptCommand::Kind::kNotUnderstood;
+    if (last != std::string::npos) c.object = rest.substr(0, last);
+  } else if (Take(line, "tags", rest)) {
+    c.kind = ScriptCommand::Kind::kTags;
+    c.text = rest;
   } else if (Take(line, "answer", rest)) {
     c.kind = ScriptCommand::Kind::kAnswer;
     c.object = "answer";

@@ -19,13 +19,16 @@ struct ScriptCommand {
                // (custom type: text is FIELD, a blank and TEXT)
     kAnswer,   // the answer to the next input box (object "answer" with
                // text, or "answer-cancel")
+    kTrack,    // an MP3 file made: object its name, seconds its length
+    kTags,     // the tags of the tracks made from here on: text
+
     kNotUnderstood,
   };
   Kind kind = Kind::kNothing;
   std::string line;    // the line, in Windows-1252, without a trailing CR
   std::string object;  // show: what to show; kProgram: the command
   std::string text;    // kProgram: its argument
-  double seconds = 0;  // wait
+  double seconds = 0;  // wait, track
 };
 
 // The longest wait a script can ask for (about 31 years); more is cut to it.

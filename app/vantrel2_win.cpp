@@ -5,6 +5,7 @@
 
 #include "platform/platform.h"
 #include "platform/win32/win32_loop.h"
+#include "platform/win32/win32_media.h"
 #include "platform/win32/win32_shell.h"
 #include "platform/win32/win32_stores.h"
 #include "platform/win32/win32_ui.h"
@@ -38,8 +39,9 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int) {
   v2::win32::Win32FileSystem files;
   v2::win32::Win32Ui ui;
   v2::win32::Win32Shell shell;
+  v2::win32::Win32Media media(loop.clock());
   v2::Platform platform{windows, loop, &user_store, &profile,
-                        &files,  &ui,  &shell};
+                        &files,  &ui,  &shell,      &media};
   v2::Program program(platform);
   program.Start();
 

@@ -6,6 +6,7 @@
 #include "config/menu_tree.h"
 #include "config/style_window.h"
 #include "platform/text.h"
+#include "player/player_commands.h"
 #include "shell/program.h"
 
 namespace v2 {
@@ -108,6 +109,7 @@ void ReadSettingsFile(Program& prog) {
   // start reads them once more, with the same result.
   EnsureForm4(prog);
   ReadStyleKeys(prog);
+  ReadPlayerPath(prog);
 }
 
 }  // namespace v2

@@ -39,8 +39,9 @@ std::string SettingsFile(Platform& p);
 // missing or empty handle is asked for and stored ("new user" when the
 // member gives none).
 void ReadUserSettings(Program& prog, bool ask_for_handle = false);
-// settings.dat into the live objects: the idle minutes of all time and the
-// style fields (loading Form4), each with its text for an empty read.
+// settings.dat into the live objects: the idle minutes of all time, the
+// style fields (loading Form4), each with its text for an empty read, and
+// the player's directory (the program's own when none is stored).
 void ReadSettingsFile(Program& prog);
 
 }  // namespace v2

@@ -6,6 +6,8 @@
 #include "interpreter/client_commands.h"
 #include "interpreter/host_commands.h"
 #include "interpreter/info_commands.h"
+#include "player/player_commands.h"
+#include "player/track_search.h"
 #include "shell/start_exit.h"
 #include "transfers/transfer_monitors.h"
 
@@ -55,25 +57,25 @@ const std::array<CommandRow, kCommandCount>& CommandTable() {
       {"charmap", 8, R::kNone, CharmapCommand},
       {"date", 6, R::kNone, PostDate},
       {"aotime", 8, R::kNone, AotimeCommand},
-      {"cdir", 6, R::kNone, nullptr},
-      {"r", 3, R::kNone, nullptr},
-      {"next", 6, R::kNone, nullptr},
-      {"prev", 6, R::kNone, nullptr},
-      {"dir", 5, R::kNeeded, nullptr},
-      {"unpause", 9, R::kNone, nullptr},
-      {"stop", 6, R::kNone, nullptr},
-      {"vol", 5, R::kFree, nullptr},
-      {"pause", 7, R::kNone, nullptr},
-      {"p", 3, R::kP, nullptr},
-      {"cancel", 8, R::kNone, nullptr},
-      {"cont", 6, R::kOnOff, nullptr},
-      {"rep", 5, R::kOnOff, nullptr},
-      {"ord", 5, R::kOnOff, nullptr},
-      {"ref", 5, R::kNone, nullptr},
+      {"cdir", 6, R::kNone, CdirCommand},
+      {"r", 3, R::kNone, RandomCommand},
+      {"next", 6, R::kNone, NextCommand},
+      {"prev", 6, R::kNone, PrevCommand},
+      {"dir", 5, R::kNeeded, DirCommand},
+      {"unpause", 9, R::kNone, UnpauseCommand},
+      {"stop", 6, R::kNone, StopCommand},
+      {"vol", 5, R::kFree, VolCommand},
+      {"pause", 7, R::kNone, PauseCommand},
+      {"p", 3, R::kP, PCommand},
+      {"cancel", 8, R::kNone, CancelCommand},
+      {"cont", 6, R::kOnOff, ContCommand},
+      {"rep", 5, R::kOnOff, RepCommand},
+      {"ord", 5, R::kOnOff, OrdCommand},
+      {"ref", 5, R::kNone, RefCommand},
       {"im", 4, R::kFree, SendImCommand},
       {"adv", 5, R::kNone, AdvCommand},
-      {"sinfo", 7, R::kNone, nullptr},
-      {"length", 8, R::kNone, nullptr},
+      {"sinfo", 7, R::kNone, SinfoCommand},
+      {"length", 8, R::kNone, LengthCommand},
       {"aim", 5, R::kNone, AimCommand},
       {"stats", 7, R::kNone, Stats},
   }};

@@ -2,11 +2,13 @@
 // The controls whose values are the program's data. In the simulator they are
 // plain values; a backend that shows a control to the member can attach a
 // peer so that reading the control reads the real window.
+#include <algorithm>
 #include <functional>
 #include <string>
 #include <vector>
 
 #include "platform/event_loop.h"
+#include "platform/stores.h"
 
 namespace v2 {
 
@@ -84,6 +86,57 @@ struct ListBox {
   ListPeer* peer = nullptr;
 };
 
+// A file list box: the names of the files of one directory that match its
+// pattern, in the order the box sorts them, and a cursor on one of them.
+class FileListBox {
+ public:
+  FileListBox(FileSystem& files, std::string pattern)
+      : files_(files), pattern_(std::move(pattern)) {}
+  const std::string& Path() const { return path_; }
+  const std::string& Pattern() const { return pattern_; }
+  // Shows the directory dir (the empty path shows nothing): the list is
+  // read anew and the cursor falls back to -1. A directory that cannot be
+  // read shows no files.
+  void SetPath(const std::string& dir) {
+    path_ = dir;
+    files_.ListFiles(path_, pattern_, names_);
+    ListIndex_ = -1;
+  }
+  // The list read anew; the cursor stays on its file while it is listed.
+  void Refresh() {
+    const std::string at = FileName();
+    files_.ListFiles(path_, pattern_, names_);
+    auto found = std::find(names_.begin(), names_.end(), at);
+    ListIndex_ = at.empty() || found == names_.end()
+                     ? -1
+                     : static_cast<int>(found - names_.begin());
+  }
+  int ListCount() const { return static_cast<int>(names_.size()); }
+  int ListIndex() const { return ListIndex_; }
+  // Moves the cursor to index, -1 to ListCount - 1; any other index is
+  // refused (false) and the cursor stays.
+  bool SetListIndex(int index) {
+    if (index < -1 || index >= ListCount()) return false;
+    ListIndex_ = index;
+    return true;
+  }
+  // The name at index, "" outside the list.
+  std::string List(int index) const {
+    return index < 0 || index >= ListCount()
+               ? std::string()
+               : names_[static_cast<std::size_t>(index)];
+  }
+  // The name at the cursor, "" at -1.
+  std::string FileName() const { return List(ListIndex_); }
+
+ private:
+  FileSystem& files_;
+  std::string pattern_;
+  std::string path_;
+  std::vector<std::string> names_;
+  int ListIndex_ = -1;
+};
+
 // A menu item; one with Items is a submenu head, and one whose caption is
 // "-" a separator line.
 struct MenuItem {
@@ -111,6 +164,10 @@ class Timer {
   bool Enabled() const { return enabled_; }
   void SetInterval(int ms);
   void SetEnabled(bool on);
+  // The handler's next passes would do nothing before until_ms (kNeverMs:
+  // before Wake): they are skipped, at no cost, with no other difference.
+  void Sleep(std::int64_t until_ms) { loop_.SleepTimer(id_, until_ms); }
+  void Wake() { loop_.WakeTimer(id_); }
 
  private:
   void Arm() { loop_.SetTimer(id_, interval_, enabled_ && handler_); }

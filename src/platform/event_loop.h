@@ -2,6 +2,7 @@
 // The event loop and clock of the program's one thread.
 #include <cstdint>
 #include <functional>
+#include <limits>
 #include <string>
 
 namespace v2 {
@@ -26,6 +27,10 @@ class Clock {
 
 using TimerId = int;
 
+// A time that never comes: a sleeping timer waits for its wake call.
+inline constexpr std::int64_t kNeverMs =
+    std::numeric_limits<std::int64_t>::max();
+
 class EventLoop {
  public:
   virtual ~EventLoop() = default;
@@ -36,6 +41,13 @@ class EventLoop {
   // countdown.
   virtual TimerId CreateTimer(std::function<void()> tick) = 0;
   virtual void SetTimer(TimerId id, int interval_ms, bool enabled) = 0;
+  // A timer whose handler knows that its next passes would find nothing to
+  // do before until_ms (kNeverMs: before something calls WakeTimer) lets
+  // them be skipped. WakeTimer ends the sleep at once. Either way the ticks
+  // that follow fall on the timer's usual beat, so sleeping is the same as
+  // running passes that do nothing, at no cost.
+  virtual void SleepTimer(TimerId id, std::int64_t until_ms) = 0;
+  virtual void WakeTimer(TimerId id) = 0;
 
   // Queues work for the next pump.
   virtual void Post(std::function<void()> event) = 0;

@@ -12,13 +12,45 @@ TimerId LoopCore::CreateTimer(std::function<void()> tick) {
   return static_cast<TimerId>(timers_.size() - 1);
 }
 
+LoopCore::Timer* LoopCore::Find(TimerId id) {
+  if (id < 0 || static_cast<std::size_t>(id) >= timers_.size()) return nullptr;
+  return timers_[static_cast<std::size_t>(id)].get();
+}
+
+std::int64_t LoopCore::OnBeat(const Timer& t, std::int64_t at) {
+  // Whole intervals from due to at, rounded up (either way of due).
+  std::int64_t gap = at - t.due;
+  std::int64_t beats = gap / t.interval;
+  if (gap > 0 && gap % t.interval != 0) ++beats;
+  return t.due + beats * t.interval;
+}
+
 void LoopCore::SetTimer(TimerId id, int interval_ms, bool enabled,
                         std::int64_t now) {
-  if (id < 0 || static_cast<std::size_t>(id) >= timers_.size()) return;
-  Timer& t = *timers_[static_cast<std::size_t>(id)];
-  t.interval = interval_ms <= 0 ? 0 : std::max(interval_ms, kTimerMinimumMs);
-  t.enabled = enabled && t.interval > 0;
-  t.due = now + t.interval;
+  Timer* t = Find(id);
+  if (!t) return;
+  t->interval = interval_ms <= 0 ? 0 : std::max(interval_ms, kTimerMinimumMs);
+  t->enabled = enabled && t->interval > 0;
+  t->asleep = false;
+  t->due = now + t->interval;
+  t->last = now;
+}
+
+void LoopCore::SleepTimer(TimerId id, std::int64_t until) {
+  Timer* t = Find(id);
+  if (!t || !t->enabled) return;
+  t->asleep = until == kNeverMs;
+  if (!t->asleep && until > t->due) t->due = OnBeat(*t, until);
+}
+
+void LoopCore::WakeTimer(TimerId id, std::int64_t now) {
+  Timer* t = Find(id);
+  if (!t || !t->enabled) return;
+  // Never a second tick in the millisecond of the last one: its next beat
+  // is an interval later.
+  std::int64_t beat = OnBeat(*t, std::max(now, t->last + 1));
+  if (t->asleep || beat < t->due) t->due = beat;
+  t->asleep = false;
 }
 
 void LoopCore::Post(std::function<void()> event) {
@@ -48,7 +80,8 @@ bool LoopCore::FireDueTimers(std::int64_t now) {
   bool any = false;
   for (std::size_t i = 0; i < timers_.size(); ++i) {
     Timer& t = *timers_[i];
-    if (!t.enabled || t.running || t.due > now) continue;
+    if (!t.enabled || t.running || t.asleep || t.due > now) continue;
+    t.last = now;
     t.due += t.interval;
     if (t.due <= now) t.due = now + t.interval;  // missed ticks coalesce
     t.running = true;
@@ -73,7 +106,7 @@ bool LoopCore::RunWatchers(std::int64_t now, bool all) {
 bool LoopCore::Ready(std::int64_t at) const {
   if (!posted_.empty()) return true;
   for (const auto& t : timers_) {
-    if (t->enabled && !t->running && t->due <= at) return true;
+    if (t->enabled && !t->running && !t->asleep && t->due <= at) return true;
   }
   return false;
 }
@@ -81,7 +114,7 @@ bool LoopCore::Ready(std::int64_t at) const {
 std::int64_t LoopCore::NextDue(bool with_watchers) const {
   std::int64_t next = std::numeric_limits<std::int64_t>::max();
   for (const auto& t : timers_) {
-    if (t->enabled && !t->running) next = std::min(next, t->due);
+    if (t->enabled && !t->running && !t->asleep) next = std::min(next, t->due);
   }
   if (with_watchers) {
     for (const auto& w : watchers_) next = std::min(next, w.due);

@@ -20,6 +20,8 @@ class LoopCore {
 
   TimerId CreateTimer(std::function<void()> tick);
   void SetTimer(TimerId id, int interval_ms, bool enabled, std::int64_t now);
+  void SleepTimer(TimerId id, std::int64_t until);
+  void WakeTimer(TimerId id, std::int64_t now);
   void Post(std::function<void()> event);
   void AddWatcher(std::function<void()> look, int interval_ms,
                   std::int64_t now);
@@ -44,8 +46,13 @@ class LoopCore {
     int interval = 0;
     bool enabled = false;
     bool running = false;
+    bool asleep = false;  // until woken; due keeps the beat meanwhile
     std::int64_t due = 0;
+    std::int64_t last = 0;  // when the last tick started
   };
+  Timer* Find(TimerId id);
+  // The first tick of t's beat at or after at.
+  static std::int64_t OnBeat(const Timer& t, std::int64_t at);
   struct Watcher {
     std::function<void()> look;
     int interval;

@@ -1,5 +1,6 @@
 #pragma once
 #include "platform/event_loop.h"
+#include "platform/media.h"
 #include "platform/shell.h"
 #include "platform/stores.h"
 #include "platform/ui.h"
@@ -24,6 +25,9 @@ class NoStores : public UserStore, public ProfileService, public FileSystem {
     return false;
   }
   bool FileExists(const std::string&) override { return false; }
+  bool FilesIn(const std::string&, std::vector<std::string>&) override {
+    return false;
+  }
   std::string ProgramDir() override { return "."; }
   std::string NativePath(const std::string& name) override { return name; }
 
@@ -31,8 +35,8 @@ class NoStores : public UserStore, public ProfileService, public FileSystem {
 };
 
 // Everything the program asks of the operating system, handed down together.
-// The stores, the toolkit and the shell are optional: pieces that never touch
-// them (most tests) leave them out.
+// The stores, the toolkit, the shell and the media control are optional:
+// pieces that never touch them (most tests) leave them out.
 struct Platform {
   WindowServices& windows;
   EventLoop& loop;
@@ -41,6 +45,7 @@ struct Platform {
   FileSystem* file_system = nullptr;
   UiToolkit* ui_toolkit = nullptr;
   ShellService* shell_service = nullptr;
+  MediaControl* media_control = nullptr;
 
   Clock& clock() { return loop.clock(); }
   UserStore& users() { return user_store ? *user_store : NoStores::Instance(); }
@@ -53,6 +58,9 @@ struct Platform {
   UiToolkit& ui() { return ui_toolkit ? *ui_toolkit : NoUi::Instance(); }
   ShellService& shell() {
     return shell_service ? *shell_service : NoShell::Instance();
+  }
+  MediaControl& media() {
+    return media_control ? *media_control : NoMedia::Instance();
   }
 };
 

@@ -4,6 +4,8 @@
 // over profile files ("[section]" lines and "key=value" lines), and the few
 // questions asked of the file system.
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace v2 {
 
@@ -51,6 +53,24 @@ class FileSystem {
   // A file's name as the system opens it (the simulator takes "\" as a
   // separator, as Windows does).
   virtual std::string NativePath(const std::string& name) = 0;
+  // The names of the normal files in the directory dir (no folders, no
+  // hidden or system files), in no particular order; false when dir is no
+  // directory that can be read (the empty name included).
+  virtual bool FilesIn(const std::string& dir,
+                       std::vector<std::string>& names) = 0;
+
+  // The files of dir that match pattern, in the order a file list box
+  // shows them; false as for FilesIn.
+  bool ListFiles(const std::string& dir, const std::string& pattern,
+                 std::vector<std::string>& names);
 };
+
+// Whether a file name matches a pattern of the file list box: "*" stands
+// for any run of characters, "?" for one; letters match without regard to
+// case.
+bool MatchesFilePattern(std::string_view name, std::string_view pattern);
+// The order of a file list box: by name without regard to case, names that
+// differ only in case by their bytes.
+bool FileListOrder(const std::string& a, const std::string& b);
 
 }  // namespace v2

@@ -6,15 +6,28 @@
 #include "host/host_windows.h"
 #include "idle/idle_tick.h"
 #include "interpreter/chat_event.h"
+#include "player/play_modes.h"
 #include "shell/start_exit.h"
 
 namespace v2 {
+
+namespace {
+
+// A list as `show` prints it: the count, then each entry in double quotes.
+std::string ListText(const ListBox& list) {
+  std::string out = std::to_string(list.ListCount());
+  for (const std::string& item : list.items) out += " \"" + item + "\"";
+  return out;
+}
+
+}  // namespace
 
 Form1::Form1(Platform& p)
     : Chat1(p, [&p] { return FindTranscript(p); }),
       Chat2(p, [&p] { return FindTranscript(p); }),
       Timer1(p.loop, kIdleTickMs),
-      Timer2(p.loop, 1) {}
+      Timer2(p.loop, 1),
+      File1(p.files(), "*.mp3") {}
 
 Form2::Form2(EventLoop& loop)
     : Timer2(loop, 10),
@@ -42,6 +55,10 @@ Program::Program(Platform& platform_in)
         Chat2_ChatMsg(*this, name, said);
       });
   form1.Timer1.OnTimer([this] { Timer1_Timer(*this); });
+  form1.Timer2.OnTimer([this] { Timer2_Timer(*this); });
+  // What the control reads can change with a call: the end-of-track test
+  // looks again.
+  platform.media().OnChange([this] { form1.Timer2.Wake(); });
   auto text = [this](const char* name, const TextBox& box) {
     controls_[name] = [&box] { return box.Text.Get(); };
   };
@@ -87,13 +104,9 @@ Program::Program(Platform& platform_in)
              std::to_string(t->Interval());
     };
   }
-  controls_["Form3.List1"] = [this] {
-    const ListBox& list = form3.List1;
-    std::string out = std::to_string(list.ListCount());
-    for (const std::string& item : list.items) out += " \"" + item + "\"";
-    return out;
-  };
+  controls_["Form3.List1"] = [this] { return ListText(form3.List1); };
   text("Form3.Text1", form3.Text1);
+  AddPlayerControls();
   controls_["Form1.Chat1"] = [this] {
     return std::string(form1.Chat1.Scanning() ? "scanning" : "off");
   };
@@ -128,6 +141,37 @@ bool Program::ClickMenu(const std::string& name) {
   }
   item->Click();
   return true;
+}
+
+void Program::AddPlayerControls() {
+  controls_["Form1.File1"] = [this] {
+    return "ListIndex=" + std::to_string(form1.File1.ListIndex()) +
+           " ListCount=" + std::to_string(form1.File1.ListCount());
+  };
+  controls_["Form1.File1.Path"] = [this] { return form1.File1.Path(); };
+  controls_["Form1.File1.FileName"] = [this] { return form1.File1.FileName(); };
+  controls_["Form1.Label6"] = [this] { return form1.Label6.Caption.Get(); };
+  controls_["Form1.List1"] = [this] { return ListText(form1.List1); };
+  const std::pair<const char*, const TextBox*> tags[] = {
+      {"Form1.title", &form1.title},
+      {"Form1.artist", &form1.artist},
+      {"Form1.album", &form1.album},
+      {"Form1.year", &form1.year},
+      {"Form1.comment", &form1.comment}};
+  for (const auto& [name, box] : tags) {
+    const TextBox* b = box;
+    controls_[name] = [b] { return b->Text.Get(); };
+  }
+  const std::pair<const char*, const VbBool*> modes[] = {
+      {"Form1.RepeatMode", &form1.RepeatMode},
+      {"Form1.ContinuousMode", &form1.ContinuousMode},
+      {"Form1.OrderMode", &form1.OrderMode},
+      {"Form1.StopMode", &form1.StopMode},
+      {"Form1.SelectionPending", &form1.SelectionPending}};
+  for (const auto& [name, flag] : modes) {
+    const VbBool* f = flag;
+    controls_[name] = [f] { return std::to_string(*f); };
+  }
 }
 
 bool Program::Show(const std::string& name, std::string& value) const {

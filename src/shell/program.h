@@ -13,7 +13,9 @@
 
 namespace v2 {
 
-// Hidden: the chat scanners, the idle counters and the idle timer.
+// Hidden: the chat scanners, the idle counters and the idle timer, and the
+// player: the tracks, the current file, the matches of a search, the tag
+// boxes and the play state.
 struct Form1 {
   explicit Form1(Platform& p);
   ChatScanner Chat1;
@@ -28,6 +30,23 @@ struct Form1 {
   Timer Timer2;                  // the end of a track
   std::int16_t ReasonIndex = 0;  // the reason drawn on the last tick
   std::string ReasonText;
+
+  FileListBox File1;  // the tracks: "*.mp3" of the player's directory
+  Label Label6;       // the current file, empty when no song counts
+  ListBox List1;      // the matches of a search
+  // A track's tags, once one is opened; until then their initial texts.
+  TextBox title{TextControl("Text1")};
+  TextBox artist{TextControl("Text2")};
+  TextBox album{TextControl("Text3")};
+  TextBox year{TextControl("Text4")};
+  TextBox comment{TextControl("Text5")};
+  // What happens at the end of a track, and whether a numbered list of
+  // matches waits for `p` or `cancel`.
+  VbBool RepeatMode = kVbFalse;
+  VbBool ContinuousMode = kVbFalse;
+  VbBool OrderMode = kVbFalse;
+  VbBool StopMode = kVbFalse;
+  VbBool SelectionPending = kVbFalse;
 };
 
 // Hidden: the board of small values (Text5 is the member's handle), the
@@ -155,6 +174,7 @@ class Program {
   Form5 form5;
 
  private:
+  void AddPlayerControls();
   std::map<std::string, std::function<std::string()>> controls_;
 };
 

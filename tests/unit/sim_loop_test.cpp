@@ -44,6 +44,85 @@ TEST(SimLoop, ATimerNeverStartsWhileItsHandlerStillRuns) {
   EXPECT_GE(ticks, 4);
 }
 
+// A sleeping timer is one whose passes do nothing: the passes it does get
+// fall on the beat they would have fallen on anyway.
+TEST(SimLoop, ASleepingTimerKeepsItsBeat) {
+  testing::World world;
+  Timer timer(world.loop, 1);  // floored to 10 ms
+  std::vector<std::int64_t> fired;
+  std::int64_t sleep_until = 0;
+  timer.OnTimer([&] {
+    fired.push_back(world.loop.clock().NowMs());
+    if (sleep_until) timer.Sleep(std::exchange(sleep_until, 0));
+  });
+  timer.SetEnabled(true);
+  world.loop.RunFor(25);
+  EXPECT_EQ(fired, (std::vector<std::int64_t>{10, 20}));
+
+  // Asleep until a time between two beats: the next pass is on the first
+  // beat after it.
+  sleep_until = 1005;
+  world.loop.RunFor(1000);
+  EXPECT_EQ(fired, (std::vector<std::int64_t>{10, 20, 30, 1010, 1020}));
+  // Until a beat itself: that beat.
+  sleep_until = 2000;
+  world.loop.RunFor(1000);
+  EXPECT_EQ(fired[5], 1030);
+  EXPECT_EQ(fired[6], 2000);
+}
+
+TEST(SimLoop, ATimerAsleepUntilWokenCostsNoPassesAndWakesOnItsBeat) {
+  testing::World world;
+  Timer timer(world.loop, 10);
+  std::vector<std::int64_t> fired;
+  bool sleep = true;
+  timer.OnTimer([&] {
+    fired.push_back(world.loop.clock().NowMs());
+    if (sleep) timer.Sleep(kNeverMs);
+  });
+  timer.SetEnabled(true);
+  // A day with nothing to do: one pass, and the clock goes straight on.
+  world.loop.RunFor(86400000);
+  EXPECT_EQ(fired, (std::vector<std::int64_t>{10}));
+
+  // Woken between beats: the next beat. Waking again changes nothing.
+  world.loop.RunFor(3);  // 86400003
+  timer.Wake();
+  timer.Wake();
+  world.loop.RunUntilIdle();
+  EXPECT_EQ(fired.size(), 1u);
+  sleep = false;
+  world.loop.RunFor(20);
+  EXPECT_EQ(fired, (std::vector<std::int64_t>{10, 86400010, 86400020}));
+
+  // Woken on the millisecond of a beat that has not fired: it fires then.
+  sleep = true;
+  world.loop.RunFor(10);  // 86400033: it fired at 30 and sleeps
+  world.loop.RunFor(7);
+  timer.Wake();
+  world.loop.RunUntilIdle();
+  EXPECT_EQ(fired.back(), 86400040);
+
+  // Woken by its own handler (which called something that wakes it): the
+  // next pass is still a beat later, never a second one in the same tick.
+  sleep = false;
+  timer.OnTimer([&] {
+    fired.push_back(world.loop.clock().NowMs());
+    timer.Sleep(kNeverMs);
+    timer.Wake();
+  });
+  world.loop.RunFor(10);
+  EXPECT_EQ(fired.back(), 86400050);
+  EXPECT_EQ(fired.size(), 6u);
+
+  // Switching the timer off and on again forgets the sleep.
+  timer.Sleep(kNeverMs);
+  timer.SetEnabled(false);
+  timer.SetEnabled(true);
+  world.loop.RunFor(10);
+  EXPECT_EQ(fired.back(), 86400060);
+}
+
 TEST(SimLoop, PauseWaitsAndPumpsButNotForNothing) {
   testing::World world;
   int ran = 0;

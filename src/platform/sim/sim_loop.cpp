@@ -99,6 +99,12 @@ void SimLoop::SetTimer(TimerId id, int interval_ms, bool enabled) {
   core_.SetTimer(id, interval_ms, enabled, clock_.NowMs());
 }
 
+void SimLoop::SleepTimer(TimerId id, std::int64_t until_ms) {
+  core_.SleepTimer(id, until_ms);
+}
+
+void SimLoop::WakeTimer(TimerId id) { core_.WakeTimer(id, clock_.NowMs()); }
+
 void SimLoop::Post(std::function<void()> event) {
   core_.Post(std::move(event));
 }

@@ -48,6 +48,8 @@ class SimLoop : public EventLoop {
 
   TimerId CreateTimer(std::function<void()> tick) override;
   void SetTimer(TimerId id, int interval_ms, bool enabled) override;
+  void SleepTimer(TimerId id, std::int64_t until_ms) override;
+  void WakeTimer(TimerId id) override;
   void Post(std::function<void()> event) override;
   void AddWatcher(std::function<void()> look, int interval_ms) override;
   void PumpEvents() override;

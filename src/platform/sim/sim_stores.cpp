@@ -1,5 +1,6 @@
 #include "platform/sim/sim_stores.h"
 
+#include <dirent.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -271,6 +272,24 @@ bool SimFileSystem::FileExists(const std::string& name) {
 
 std::string SimFileSystem::NativePath(const std::string& name) {
   return SimNativePath(name);
+}
+
+bool SimFileSystem::FilesIn(const std::string& dir,
+                            std::vector<std::string>& names) {
+  if (dir.empty()) return false;
+  const std::string native = SimNativePath(dir);
+  DIR* d = opendir(native.c_str());
+  if (!d) return false;
+  while (dirent* entry = readdir(d)) {
+    std::string name = entry->d_name;
+    if (name.empty() || name[0] == '.') continue;
+    struct stat st {};
+    if (stat((native + "/" + name).c_str(), &st) == 0 && S_ISREG(st.st_mode)) {
+      names.push_back(std::move(name));
+    }
+  }
+  closedir(d);
+  return true;
 }
 
 }  // namespace v2::sim

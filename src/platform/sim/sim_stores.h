@@ -48,6 +48,9 @@ class SimFileSystem : public FileSystem {
   bool FileExists(const std::string& name) override;
   std::string ProgramDir() override { return program_dir_; }
   std::string NativePath(const std::string& name) override;
+  // Names that begin with a dot count as hidden.
+  bool FilesIn(const std::string& dir,
+               std::vector<std::string>& names) override;
 
  private:
   std::string program_dir_;

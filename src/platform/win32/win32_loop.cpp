@@ -46,6 +46,12 @@ void Win32Loop::SetTimer(TimerId id, int interval_ms, bool enabled) {
   core_.SetTimer(id, interval_ms, enabled, clock_.NowMs());
 }
 
+void Win32Loop::SleepTimer(TimerId id, std::int64_t until_ms) {
+  core_.SleepTimer(id, until_ms);
+}
+
+void Win32Loop::WakeTimer(TimerId id) { core_.WakeTimer(id, clock_.NowMs()); }
+
 void Win32Loop::Post(std::function<void()> event) {
   core_.Post(std::move(event));
 }

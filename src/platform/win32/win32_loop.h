@@ -25,6 +25,8 @@ class Win32Loop : public EventLoop {
   Clock& clock() override { return clock_; }
   TimerId CreateTimer(std::function<void()> tick) override;
   void SetTimer(TimerId id, int interval_ms, bool enabled) override;
+  void SleepTimer(TimerId id, std::int64_t until_ms) override;
+  void WakeTimer(TimerId id) override;
   void Post(std::function<void()> event) override;
   void AddWatcher(std::function<void()> look, int interval_ms) override;
   void PumpEvents() override;

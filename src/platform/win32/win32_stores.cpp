@@ -108,4 +108,27 @@ std::string Win32FileSystem::ProgramDir() {
   return slash == std::string::npos ? "." : exe.substr(0, slash);
 }
 
+bool Win32FileSystem::FilesIn(const std::string& dir,
+                              std::vector<std::string>& names) {
+  if (dir.empty()) return false;
+  const char last = dir.back();
+  const std::string search =
+      dir + (last == '\\' || last == '/' || last == ':' ? "*" : "\\*");
+  WIN32_FIND_DATAA found;
+  HANDLE h = FindFirstFileA(search.c_str(), &found);
+  if (h == INVALID_HANDLE_VALUE) {
+    // An empty folder still has its "." entry; no entry at all means no
+    // folder (or one that cannot be read).
+    return false;
+  }
+  const DWORD skip =
+      FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
+  do {
+    if ((found.dwFileAttributes & skip) == 0)
+      names.emplace_back(found.cFileName);
+  } while (FindNextFileA(h, &found));
+  FindClose(h);
+  return true;
+}
+
 }  // namespace v2::win32

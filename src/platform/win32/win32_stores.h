@@ -31,6 +31,8 @@ class Win32FileSystem : public FileSystem {
   bool FileExists(const std::string& name) override;
   std::string ProgramDir() override;
   std::string NativePath(const std::string& name) override { return name; }
+  bool FilesIn(const std::string& dir,
+               std::vector<std::string>& names) override;
 };
 
 }  // namespace v2::win32
