@@ -11,30 +11,12 @@ namespace {
 
 constexpr std::uint32_t kReplacement = 0xFFFD;
 
-void AppendCodePoint(std::string& out, std::uint32_t u) {
-  if (u < 0x80) {
-    out += static_cast<char>(u);
-  } else if (u < 0x800) {
-    out += static_cast<char>(0xC0 | (u >> 6));
-    out += static_cast<char>(0x80 | (u & 0x3F));
-  } else if (u < 0x10000) {
-    out += static_cast<char>(0xE0 | (u >> 12));
-    out += static_cast<char>(0x80 | ((u >> 6) & 0x3F));
-    out += static_cast<char>(0x80 | (u & 0x3F));
-  } else {
-    out += static_cast<char>(0xF0 | (u >> 18));
-    out += static_cast<char>(0x80 | ((u >> 12) & 0x3F));
-    out += static_cast<char>(0x80 | ((u >> 6) & 0x3F));
-    out += static_cast<char>(0x80 | (u & 0x3F));
-  }
-}
-
 // A character a terminal shows as a character: controls, DEL, the C1
 // controls, surrogates and what lies past Unicode are shown as U+FFFD.
 void AppendShown(std::string& out, std::uint32_t u) {
   const bool control = (u < 0x20 && u != '\t') || (u >= 0x7F && u < 0xA0);
   const bool invalid = (u >= 0xD800 && u < 0xE000) || u > 0x10FFFF;
-  AppendCodePoint(out, control || invalid ? kReplacement : u);
+  AppendUtf8(out, control || invalid ? kReplacement : u);
 }
 
 // One Windows-1252 byte as the character it stands for.
@@ -47,7 +29,7 @@ void AppendByte(std::string& out, char c) {
   // Bytes with no character of their own come back as C1 controls.
   if (utf8.size() == 2 && static_cast<unsigned char>(utf8[0]) == 0xC2 &&
       static_cast<unsigned char>(utf8[1]) < 0xA0) {
-    AppendCodePoint(out, kReplacement);
+    AppendUtf8(out, kReplacement);
     return;
   }
   if (utf8.size() == 1) {

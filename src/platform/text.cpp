@@ -21,19 +21,6 @@ std::uint32_t CodePoint(unsigned char c) {
   return c;
 }
 
-void AppendUtf8(std::string& out, std::uint32_t u) {
-  if (u < 0x80) {
-    out += static_cast<char>(u);
-  } else if (u < 0x800) {
-    out += static_cast<char>(0xC0 | (u >> 6));
-    out += static_cast<char>(0x80 | (u & 0x3F));
-  } else {
-    out += static_cast<char>(0xE0 | (u >> 12));
-    out += static_cast<char>(0x80 | ((u >> 6) & 0x3F));
-    out += static_cast<char>(0x80 | (u & 0x3F));
-  }
-}
-
 char FromCodePoint(std::uint32_t u) {
   if (u < 0x80 || (u >= 0xA0 && u < 0x100)) return static_cast<char>(u);
   for (std::size_t i = 0; i < kHigh.size(); ++i) {
@@ -105,6 +92,24 @@ bool IsNumeric(std::string_view s) {
     if (exponent == 0) return false;
   }
   return i == end;
+}
+
+void AppendUtf8(std::string& out, std::uint32_t u) {
+  if (u < 0x80) {
+    out += static_cast<char>(u);
+  } else if (u < 0x800) {
+    out += static_cast<char>(0xC0 | (u >> 6));
+    out += static_cast<char>(0x80 | (u & 0x3F));
+  } else if (u < 0x10000) {
+    out += static_cast<char>(0xE0 | (u >> 12));
+    out += static_cast<char>(0x80 | ((u >> 6) & 0x3F));
+    out += static_cast<char>(0x80 | (u & 0x3F));
+  } else {
+    out += static_cast<char>(0xF0 | (u >> 18));
+    out += static_cast<char>(0x80 | ((u >> 12) & 0x3F));
+    out += static_cast<char>(0x80 | ((u >> 6) & 0x3F));
+    out += static_cast<char>(0x80 | (u & 0x3F));
+  }
 }
 
 std::string Cp1252ToUtf8(std::string_view s) {

@@ -1,6 +1,7 @@
 #pragma once
 // Windows-1252 text helpers with the conventions the program relies on:
 // 1-based positions, case-sensitive searches giving 0 when nothing is found.
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -22,6 +23,8 @@ std::string Left(std::string_view s, int length);
 bool IsNumeric(std::string_view s);
 
 // Edges only: the terminal and test helpers.
+// One Unicode code point as UTF-8.
+void AppendUtf8(std::string& out, std::uint32_t u);
 std::string Cp1252ToUtf8(std::string_view s);
 // Characters with no Windows-1252 form become '?'.
 std::string Utf8ToCp1252(std::string_view s);

@@ -38,24 +38,6 @@ std::string Resync(std::string_view s) {
   return out;
 }
 
-void AppendUtf8(std::string& out, std::uint32_t u) {
-  if (u < 0x80) {
-    out += static_cast<char>(u);
-  } else if (u < 0x800) {
-    out += static_cast<char>(0xC0 | (u >> 6));
-    out += static_cast<char>(0x80 | (u & 0x3F));
-  } else if (u < 0x10000) {
-    out += static_cast<char>(0xE0 | (u >> 12));
-    out += static_cast<char>(0x80 | ((u >> 6) & 0x3F));
-    out += static_cast<char>(0x80 | (u & 0x3F));
-  } else {
-    out += static_cast<char>(0xF0 | (u >> 18));
-    out += static_cast<char>(0x80 | ((u >> 12) & 0x3F));
-    out += static_cast<char>(0x80 | ((u >> 6) & 0x3F));
-    out += static_cast<char>(0x80 | (u & 0x3F));
-  }
-}
-
 // One text of an ID3v2 frame in its encoding (0 Latin-1, 1 UTF-16 with a
 // byte order mark, 2 UTF-16 big-endian, 3 UTF-8), up to its terminator;
 // what follows the terminator is left in rest.
