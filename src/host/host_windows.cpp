@@ -22,28 +22,37 @@ void SetText(Platform& p, Hwnd h, const std::string& text) {
 
 }  // namespace
 
-bool WaitForHost(Platform& p, const std::function<bool()>& pass,
-                 double bound_seconds) {
+namespace {
+
+// The one bounded loop behind both kinds of wait; between passes the thread
+// either waits for events (and runs them) or is held (and runs none).
+bool BoundedWait(Platform& p, const std::function<bool()>& pass,
+                 double bound_seconds, bool hold) {
   Clock& clock = p.clock();
   std::int64_t deadline = clock.NowMs() + std::llround(bound_seconds * 1000.0);
   for (;;) {
     if (pass()) return true;
     std::int64_t now = clock.NowMs();
     if (now >= deadline) return false;
-    p.loop.WaitUntil(std::min(deadline, now + kHostRetryMs));
+    std::int64_t step = std::min<std::int64_t>(deadline - now, kHostRetryMs);
+    if (hold) {
+      p.loop.Hold(step);
+    } else {
+      p.loop.WaitUntil(now + step);
+    }
   }
+}
+
+}  // namespace
+
+bool WaitForHost(Platform& p, const std::function<bool()>& pass,
+                 double bound_seconds) {
+  return BoundedWait(p, pass, bound_seconds, false);
 }
 
 bool HoldForHost(Platform& p, const std::function<bool()>& pass,
                  double bound_seconds) {
-  Clock& clock = p.clock();
-  std::int64_t deadline = clock.NowMs() + std::llround(bound_seconds * 1000.0);
-  for (;;) {
-    if (pass()) return true;
-    std::int64_t now = clock.NowMs();
-    if (now >= deadline) return false;
-    p.loop.Hold(std::min<std::int64_t>(deadline - now, kHostRetryMs));
-  }
+  return BoundedWait(p, pass, bound_seconds, true);
 }
 
 std::string GetCaption(Platform& p, Hwnd h) {
