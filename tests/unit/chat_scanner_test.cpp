@@ -108,9 +108,10 @@ class NoRanges : public WindowServices {
   Hwnd FindWindowExA(Hwnd p, Hwnd a, const char* c, const char* t) override {
     return in_.FindWindowExA(p, a, c, t);
   }
-  LResult SendMessageA(Hwnd h, std::uint32_t m, WParam w, LParam l) override {
+  std::optional<LResult> SendMessageTimeoutA(Hwnd h, std::uint32_t m, WParam w,
+                                             LParam l) override {
     if (m == kWmGetText && w > 200) ++whole_reads;  // not just the head
-    return in_.SendMessageA(h, m, w, l);
+    return in_.SendMessageTimeoutA(h, m, w, l);
   }
   bool PostMessageA(Hwnd h, std::uint32_t m, WParam w, LParam l) override {
     return in_.PostMessageA(h, m, w, l);
