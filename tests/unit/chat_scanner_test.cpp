@@ -185,6 +185,35 @@ TEST(ChatScanner, ReadsTheWholeTextWhereRangesAreNotOffered) {
   EXPECT_EQ(got.size(), 13u);
 }
 
+// A hung client answers no read: its transcript is not taken for a cleared
+// one (which would replay the whole room as news once it answers again),
+// and nothing said meanwhile is lost. Both ways of reading.
+TEST(ChatScanner, AHungClientIsNotTakenForAClearedRoom) {
+  for (bool ranges : {true, false}) {
+    SCOPED_TRACE(ranges ? "ranges" : "whole text");
+    testing::World w;
+    NoRanges plain(w.windows);
+    Platform p{ranges ? static_cast<WindowServices&>(w.windows) : plain,
+               w.loop};
+    ChatScanner scanner(p, [&] { return FindTranscript(p); });
+    Lines got;
+    scanner.OnChatMsg([&](const std::string& n, const std::string& t) {
+      got.push_back(n + "|" + t);
+    });
+    scanner.ScanOn();
+    w.client.OtherSays("Bob", "before");
+    scanner.Look();
+    w.client.Hang(20000);
+    for (int i = 0; i < 3; ++i) scanner.Look();  // each waits out the bound
+    EXPECT_EQ(w.loop.clock().NowMs(), 3 * kSendBoundMs);
+    w.client.OtherSays("Ann", "during");  // in the room, not yet readable
+    w.loop.RunFor(w.host.HungForMs());
+    scanner.Look();
+    w.loop.RunUntilIdle();
+    EXPECT_EQ(got, (Lines{"Bob|before", "Ann|during"}));
+  }
+}
+
 TEST(ChatScanner, SplitsOnlyLinesWithASpeaker) {
   std::string n, t;
   EXPECT_TRUE(SplitChatLine("Bob:\ta:\tb", n, t));
