@@ -169,6 +169,7 @@ void AolClient::Quit() {
   strip_ = glyph_ = signon_ = time_box_ = 0;
   ++session_;  // a sign-on under way ends with the client
   signed_on_ = signing_on_ = false;
+  armed_.clear();  // a fault belongs to the client that quits
 }
 
 std::string AolClient::InputText() { return std::string(host_.Text(input_)); }

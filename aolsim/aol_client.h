@@ -57,7 +57,8 @@ class AolClient {
   };
   // The next time the program acts at that moment, the client does the
   // fault instead of what it would have done: the line is not put in, the
-  // popup does not open. Once; a second Arm for a moment replaces the first.
+  // popup does not open. Once; a second Arm for a moment replaces the first,
+  // and quitting the client disarms them.
   void Arm(Moment at, Fault fault);
 
   // NAME sends the member an instant message: a window opens for it, or the
