@@ -116,6 +116,7 @@ TEST(ProgramLife, IdleMinutesOfAllTimeGoOnAcrossRuns) {
 // reads back as it was. Each text goes into every key at once, but the
 // command switch, which must stay on for commands to be answered.
 TEST(ProgramLife, AnyStoredTextStartsTheProgramAndLosesNothing) {
+  static const char kControls[] = "tab\tcr\rlf\nesc\x1b[2J\x01\x7f\0nul";
   const std::string texts[] = {
       std::string(10000, 'x'),
       "",
@@ -125,7 +126,7 @@ TEST(ProgramLife, AnyStoredTextStartsTheProgramAndLosesNothing) {
       "nan",
       "99999999999999999999",
       "<b><font color=#000000 face=\"x\">",
-      std::string("tab\tcr\rlf\nesc\x1b[2J\x01\x7f\x00nul", 30),
+      std::string(kControls, sizeof(kControls) - 1),
       "\xff\xfe\x80\x81 \"quoted\" ",
       "C:\\nowhere\\at all\\",
       "%s%n%d{}",
