@@ -4,7 +4,8 @@
 #   make test      everything that can run on this machine
 #   make build     the program, tests and benchmarks into build/
 #   make win       vantrel2.exe and aolhost.exe: build-win/ (64-bit Windows)
-#                  and build-win32/ (32-bit Windows, for old machines)
+#                  and build-win32/ (32-bit Windows, for old machines),
+#                  stripped (WIN_SYMBOLS=ON keeps the symbols)
 #   make wine-test the scenario scripts marked for Wine, played by aolhost.exe
 #                  against vantrel2.exe under Wine (the Linux build makes
 #                  their MP3 files)
@@ -18,6 +19,7 @@ JOBS  ?= $(shell nproc 2>/dev/null || echo 2)
 CMAKE ?= cmake
 CTEST ?= ctest
 ARGS  ?=
+WIN_SYMBOLS ?= OFF
 
 BUILD_DIR := build
 ASAN_DIR  := build-asan
@@ -76,13 +78,16 @@ bench-smoke: build
 	  echo "bench-smoke: no benchmarks built, nothing to run"; \
 	fi
 
-# Static executables that need nothing beside them but Windows itself.
+# Static executables that need nothing beside them but Windows itself,
+# stripped; WIN_SYMBOLS=ON keeps their symbols for a debugger.
 win: deps
 	$(CMAKE) -S . -B $(WIN_DIR) -G Ninja -DCMAKE_BUILD_TYPE=Release \
-	  -DCMAKE_TOOLCHAIN_FILE=cmake/mingw-w64-x86_64.cmake
+	  -DCMAKE_TOOLCHAIN_FILE=cmake/mingw-w64-x86_64.cmake \
+	  -DV2_WIN_SYMBOLS=$(WIN_SYMBOLS)
 	$(CMAKE) --build $(WIN_DIR) -j $(JOBS)
 	$(CMAKE) -S . -B $(WIN32_DIR) -G Ninja -DCMAKE_BUILD_TYPE=Release \
-	  -DCMAKE_TOOLCHAIN_FILE=cmake/mingw-w64-i686.cmake
+	  -DCMAKE_TOOLCHAIN_FILE=cmake/mingw-w64-i686.cmake \
+	  -DV2_WIN_SYMBOLS=$(WIN_SYMBOLS)
 	$(CMAKE) --build $(WIN32_DIR) -j $(JOBS)
 
 # Real windows, real messages, real time: each script runs for some seconds.

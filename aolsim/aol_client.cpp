@@ -44,7 +44,11 @@ void AolClient::OpenRoom(const std::string& name) {
 }
 
 std::optional<LResult> AolClient::OnInput(Hwnd h, std::uint32_t msg, WParam w,
-                                          LParam) {
+                                          LParam l) {
+  if (msg == kWmSetText && !own_text_ && l != 0 &&
+      *reinterpret_cast<const char*>(l) != '\0' && FaultAt(Moment::kReply)) {
+    return 1;  // the line did not go in
+  }
   if (msg != kWmChar) return std::nullopt;
   if (w == kVkReturn) {
     // Return sends what is typed; an empty line is not sent at all.
@@ -82,16 +86,20 @@ void AolClient::Trim() {
   lines_ -= drop;
 }
 
+void AolClient::SetInput(const std::string& text) {
+  own_text_ = true;
+  host_.SetText(input_, text);
+  own_text_ = false;
+}
+
 void AolClient::MemberTypes(const std::string& text) {
-  if (host_.Exists(input_)) host_.SetText(input_, text);
+  if (host_.Exists(input_)) SetInput(text);
 }
 
 void AolClient::MemberPressesReturn() {
   if (!host_.Exists(input_)) return;
   OnInput(input_, kWmChar, kVkReturn, 0);
-  if (!typeahead_.empty() && host_.Exists(input_)) {
-    host_.SetText(input_, typeahead_);
-  }
+  if (!typeahead_.empty() && host_.Exists(input_)) SetInput(typeahead_);
   typeahead_.clear();
 }
 
@@ -161,6 +169,7 @@ void AolClient::Quit() {
   strip_ = glyph_ = signon_ = time_box_ = 0;
   ++session_;  // a sign-on under way ends with the client
   signed_on_ = signing_on_ = false;
+  armed_.clear();  // a fault belongs to the client that quits
 }
 
 std::string AolClient::InputText() { return std::string(host_.Text(input_)); }

@@ -37,6 +37,30 @@ class AolClient {
   // The "America Online" dialog with an OK button and its texts.
   void ShowDialog(const std::string& message);
 
+  // Faults (aol_faults.cpp). The client's thread stops pumping for ms, as a
+  // hung program's does (WindowHost::Hang).
+  void Hang(int ms) { host_.Hang(ms); }
+  // The moments at which a program acts on the client: it puts a line into
+  // the room's input line (WM_SETTEXT with a text, from outside), or it
+  // clicks a toolbar icon that opens a popup.
+  enum class Moment { kReply, kPopup };
+  struct Fault {
+    enum class Kind {
+      kHang,    // the thread stops for ms
+      kQuit,    // the client vanishes (Quit)
+      kRoom,    // the member is moved to the room `room`
+      kDialog,  // the "America Online" dialog comes up
+    };
+    Kind kind = Kind::kHang;
+    int ms = 0;
+    std::string room;
+  };
+  // The next time the program acts at that moment, the client does the
+  // fault instead of what it would have done: the line is not put in, the
+  // popup does not open. Once; a second Arm for a moment replaces the first,
+  // and quitting the client disarms them.
+  void Arm(Moment at, Fault fault);
+
   // NAME sends the member an instant message: a window opens for it, or the
   // one from NAME takes it, unless the member's IMs are off.
   void ReceiveIm(const std::string& name, const std::string& text);
@@ -121,7 +145,13 @@ class AolClient {
  private:
   // The room, its input line and transcript (aol_client.cpp).
   std::optional<LResult> OnInput(Hwnd h, std::uint32_t msg, WParam w, LParam l);
+  // The member's own text in the input line, which sets off no fault.
+  void SetInput(const std::string& text);
   void OpenRoom(const std::string& name);
+  // The member leaves the room for name's: "[room] NAME".
+  void MoveToRoom(const std::string& name);
+  // Does the fault armed for the moment, if any; true when there was one.
+  bool FaultAt(Moment at);
   // The window of the MDI area with that title, or 0.
   Hwnd ChildTitled(const std::string& title);
   void Event(const std::string& text);
@@ -172,6 +202,8 @@ class AolClient {
   bool ims_on_ = true;
   bool ghosting_ = false;
   int privacy_choice_ = 1;  // the box checked in the preferences window
+  std::map<Moment, Fault> armed_;
+  bool own_text_ = false;  // the client itself is setting the input's text
   bool signed_on_ = false;
   bool signing_on_ = false;
   int session_ = 0;  // counts the client's starts and sign-offs

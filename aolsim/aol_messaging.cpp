@@ -56,10 +56,15 @@ void AolClient::RunAddress(const std::string& address) {
     });
     return;
   }
+  MoveToRoom(room);
+}
+
+void AolClient::MoveToRoom(const std::string& name) {
+  if (!host_.Exists(mdi_)) return;
   // The member is in one room at a time.
   if (host_.Exists(room_)) host_.Destroy(room_);
-  OpenRoom(room);
-  Event("[room] " + room);
+  OpenRoom(name);
+  Event("[room] " + name);
 }
 
 void AolClient::SetRoomFull(const std::string& name, bool full) {

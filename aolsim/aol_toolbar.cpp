@@ -142,6 +142,7 @@ void AolClient::AddToolbar() {
   // A popup opens below its icon.
   auto popup = [this](const char* icon, std::vector<MenuEntry> (*menu)()) {
     return [this, icon, menu] {
+      if (FaultAt(Moment::kPopup)) return;
       Hwnd at = strip_;
       for (Hwnd h : host_.Children(strip_)) {
         if (host_.Text(h) == icon) at = h;

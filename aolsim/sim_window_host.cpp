@@ -1,5 +1,9 @@
 #include "aolsim/sim_window_host.h"
 
+#include <algorithm>
+#include <chrono>
+#include <thread>
+
 #include "aolsim/menu_keys.h"
 
 namespace v2::aolsim {
@@ -9,6 +13,32 @@ SimWindowHost::SimWindowHost(sim::SimWindows& windows, sim::SimLoop& loop)
   // The client is another process: its posted messages are handled whenever
   // the program's thread yields, without the program handling them.
   loop_.AddForeign([this] { return windows_.DeliverPosted(); });
+  windows_.SetThread(this);
+}
+
+SimWindowHost::~SimWindowHost() { windows_.SetThread(nullptr); }
+
+std::int64_t SimWindowHost::StoppedForMs() {
+  return std::max<std::int64_t>(stopped_until_ms_ - loop_.clock().NowMs(), 0);
+}
+
+void SimWindowHost::Block(std::int64_t ms) {
+  if (ms <= 0) return;
+  if (loop_.sim_clock().mode() == sim::TimeMode::kVirtual) {
+    loop_.sim_clock().Advance(ms);
+  } else {
+    std::this_thread::sleep_for(std::chrono::milliseconds(ms));
+  }
+}
+
+void SimWindowHost::Hang(int ms) {
+  if (ms <= 0) return;
+  stopped_until_ms_ =
+      std::max(stopped_until_ms_, loop_.clock().NowMs() + std::int64_t{ms});
+  // The loop wakes when the thread pumps again, so that what waited for it
+  // (posted messages, timed work) is handled then and not at some later
+  // wait of the program's.
+  After(ms, [] {});
 }
 
 Hwnd SimWindowHost::Create(Hwnd parent, const std::string& cls,
@@ -23,6 +53,11 @@ void SimWindowHost::After(int ms, std::function<void()> work) {
   p->timer = loop_.CreateTimer([this, weak] {
     auto self = weak.lock();
     if (!self) return;
+    // A stopped thread does its timed work once it pumps again.
+    if (const std::int64_t stopped = StoppedForMs(); stopped > 0) {
+      loop_.SetTimer(self->timer, static_cast<int>(stopped), true);
+      return;
+    }
     loop_.SetTimer(self->timer, 0, false);  // once
     auto due = std::move(self->work);
     std::erase(pending_, self);

@@ -9,9 +9,10 @@
 
 namespace v2::aolsim {
 
-class SimWindowHost : public WindowHost {
+class SimWindowHost : public WindowHost, private sim::SimWindows::Thread {
  public:
   SimWindowHost(sim::SimWindows& windows, sim::SimLoop& loop);
+  ~SimWindowHost() override;
   Hwnd Create(Hwnd parent, const std::string& cls, const std::string& title,
               Handler handler) override;
   void Destroy(Hwnd h) override { windows_.Destroy(h); }
@@ -32,6 +33,12 @@ class SimWindowHost : public WindowHost {
   // The client's timed work is on the program's loop, as its timers: it
   // runs when the program pumps or waits, not while the program holds.
   void After(int ms, std::function<void()> work) override;
+  // The thread is stopped from now on for ms, on the loop's clock; this
+  // returns at once. The program's messages to the client wait as they
+  // would for a hung program.
+  void Hang(int ms) override;
+  // How much longer the client stays hung; 0 while it answers.
+  std::int64_t HungForMs() { return StoppedForMs(); }
   void Raise(Hwnd h) override;
   bool Shown(Hwnd h) override { return windows_.Shown(h); }
   std::int64_t NowMs() override { return loop_.clock().NowMs(); }
@@ -50,11 +57,15 @@ class SimWindowHost : public WindowHost {
     std::function<void()> work;
   };
   Hmenu BuildMenu(const std::vector<MenuEntry>& items);
+  std::int64_t StoppedForMs() override;
+  // In virtual time the clock moves on; in real time the thread sleeps.
+  void Block(std::int64_t ms) override;
 
   sim::SimWindows& windows_;
   sim::SimLoop& loop_;
   std::vector<std::shared_ptr<Pending>> pending_;
   Hwnd popup_ = 0;
+  std::int64_t stopped_until_ms_ = 0;
 };
 
 }  // namespace v2::aolsim

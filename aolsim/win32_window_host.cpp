@@ -367,6 +367,10 @@ void Win32WindowHost::After(int ms, std::function<void()> work) {
   if (id) timers_[id] = std::move(work);
 }
 
+void Win32WindowHost::Hang(int ms) {
+  if (ms > 0) Sleep(static_cast<DWORD>(ms));
+}
+
 void Win32WindowHost::PumpFor(int ms) {
   const ULONGLONG deadline = GetTickCount64() + static_cast<ULONGLONG>(ms);
   for (;;) {

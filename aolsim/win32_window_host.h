@@ -27,6 +27,8 @@ class Win32WindowHost : public WindowHost {
   void EraseFront(Hwnd h, std::size_t count) override;
   std::vector<Hwnd> Children(Hwnd parent) override;
   void After(int ms, std::function<void()> work) override;
+  // Really stops the thread: it sleeps, and its queue waits.
+  void Hang(int ms) override;
   void Raise(Hwnd h) override;
   bool Shown(Hwnd h) override;
   std::int64_t NowMs() override;

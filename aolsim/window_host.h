@@ -43,6 +43,12 @@ class WindowHost {
   virtual std::vector<Hwnd> Children(Hwnd parent) = 0;
   // Runs work after ms on the shared clock.
   virtual void After(int ms, std::function<void()> work) = 0;
+  // The client's thread stops pumping for ms, as a hung program's does: it
+  // takes no message, sent or posted, and does none of its timed work until
+  // then. Where the thread is real (Windows) this returns when the time is
+  // up; a hang that starts while a message is handled keeps the sender
+  // waiting.
+  virtual void Hang(int ms) = 0;
 
   // Puts the window ahead of its siblings: the first in lookups.
   virtual void Raise(Hwnd h) = 0;

@@ -238,6 +238,10 @@ int Play(v2::aolsim::AolClient& client, v2::aolsim::Desktop& desktop,
         watch.PumpFor(
             static_cast<int>(std::min(c.seconds * 1000.0 + 0.5, 2147483647.0)));
         break;
+      case Kind::kHang:
+        // This thread is the client's: it really stops pumping.
+        client.Hang(static_cast<int>(c.seconds * 1000.0 + 0.5));
+        break;
       case Kind::kAnswer:
         Queue(watch, c);
         continue;  // sets nothing off

@@ -3,7 +3,10 @@
 // a directory, as the in-process runner makes them before the program
 // starts. The Wine runs use it, since aolhost.exe has no encoder.
 //
-//   make-track SCRIPT DIR
+//   make-track [--cd] SCRIPT DIR
+//
+// --cd makes them as a member's music is (44.1 kHz stereo), for measuring
+// what playing costs.
 #include <fstream>
 #include <iostream>
 #include <string>
@@ -12,8 +15,14 @@
 #include "app/track_file.h"
 
 int main(int argc, char** argv) {
+  v2::TrackFormat format;
+  if (argc == 4 && std::string(argv[1]) == "--cd") {
+    format = v2::kCdTrack;
+    ++argv;
+    --argc;
+  }
   if (argc != 3) {
-    std::cerr << "usage: make-track SCRIPT DIR\n";
+    std::cerr << "usage: make-track [--cd] SCRIPT DIR\n";
     return 2;
   }
   std::ifstream script(argv[1], std::ios::binary);
@@ -30,7 +39,8 @@ int main(int argc, char** argv) {
       tags = v2::ParseTrackTags(c.text);
     } else if (c.kind == Kind::kTrack) {
       std::string error;
-      if (!v2::WriteTrack(dir + "/" + c.object, c.seconds, tags, error)) {
+      if (!v2::WriteTrack(dir + "/" + c.object, c.seconds, tags, error,
+                          format)) {
         std::cerr << "make-track: " << c.object << ": " << error << "\n";
         return 1;
       }

@@ -168,6 +168,10 @@ Runner::Outcome Runner::Run(const std::string& raw) {
       command.kind != ScriptCommand::Kind::kTrack &&
       command.kind != ScriptCommand::Kind::kTags) {
     Start();
+    // A line that comes while the client is hung waits until it answers
+    // again, with the program running: the member's keys, the room's lines
+    // and what the client shows all go through the client's thread.
+    loop_.RunFor(host_.HungForMs());
   }
   switch (command.kind) {
     case ScriptCommand::Kind::kNothing:
@@ -204,6 +208,12 @@ Runner::Outcome Runner::Run(const std::string& raw) {
     case ScriptCommand::Kind::kWait:
       loop_.RunFor(static_cast<std::int64_t>(command.seconds * 1000.0 + 0.5));
       break;
+    case ScriptCommand::Kind::kHang: {
+      const auto ms = static_cast<int>(command.seconds * 1000.0 + 0.5);
+      client_.Hang(ms);
+      loop_.RunFor(ms);
+      break;
+    }
     case ScriptCommand::Kind::kShow: {
       if (command.object == "settings.dat") {
         ShowSettingsFile();

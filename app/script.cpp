@@ -69,6 +69,36 @@ bool TakePoint(const std::string& rest, int& x, int& y) {
   return count(rest.substr(0, blank), x) && count(rest.substr(blank + 1), y);
 }
 
+// "MOMENT FAULT" of `at`: reply or popup; hang SECONDS, close client,
+// room NAME or dialog.
+bool TakeFault(const std::string& rest, aolsim::AolClient::Moment& at,
+               aolsim::AolClient::Fault& fault) {
+  using Kind = aolsim::AolClient::Fault::Kind;
+  std::string what;
+  if (Take(rest, "reply", what)) {
+    at = aolsim::AolClient::Moment::kReply;
+  } else if (Take(rest, "popup", what)) {
+    at = aolsim::AolClient::Moment::kPopup;
+  } else {
+    return false;
+  }
+  std::string arg;
+  double seconds = 0;
+  if (Take(what, "hang", arg)) {
+    if (!ParseSeconds(arg, seconds) || seconds > kMaxHangSeconds) return false;
+    fault = {Kind::kHang, static_cast<int>(seconds * 1000.0 + 0.5), {}};
+  } else if (what == "close client") {
+    fault = {Kind::kQuit, 0, {}};
+  } else if (Take(what, "room", arg) && !arg.empty()) {
+    fault = {Kind::kRoom, 0, arg};
+  } else if (what == "dialog") {
+    fault = {Kind::kDialog, 0, {}};
+  } else {
+    return false;
+  }
+  return true;
+}
+
 }  // namespace
 
 ScriptCommand ParseScriptLine(const std::string& utf8_line) {
@@ -118,6 +148,15 @@ ScriptCommand ParseScriptLine(const std::string& utf8_line) {
     c.kind = ParseSeconds(rest, c.seconds)
                  ? ScriptCommand::Kind::kWait
                  : ScriptCommand::Kind::kNotUnderstood;
+  } else if (Take(line, "hang", rest)) {
+    c.kind = ParseSeconds(rest, c.seconds) && c.seconds <= kMaxHangSeconds
+                 ? ScriptCommand::Kind::kHang
+                 : ScriptCommand::Kind::kNotUnderstood;
+  } else if (Take(line, "at", rest)) {
+    aolsim::AolClient::Moment at{};
+    aolsim::AolClient::Fault fault;
+    c.kind = TakeFault(rest, at, fault) ? ScriptCommand::Kind::kClient
+                                        : ScriptCommand::Kind::kNotUnderstood;
   } else if (Take(line, "reasons", rest)) {
     c.kind = ScriptCommand::Kind::kNotUnderstood;
     std::string n;
@@ -287,6 +326,10 @@ void PlayOnClient(aolsim::AolClient& client, const ScriptCommand& command) {
     client.Quit();
   } else if (line == "open client") {
     client.Start();
+  } else if (Take(line, "at", rest)) {
+    aolsim::AolClient::Moment at{};
+    aolsim::AolClient::Fault fault;
+    if (TakeFault(rest, at, fault)) client.Arm(at, std::move(fault));
   }
 }
 

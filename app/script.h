@@ -21,6 +21,7 @@ struct ScriptCommand {
                // text, or "answer-cancel")
     kTrack,    // an MP3 file made: object its name, seconds its length
     kTags,     // the tags of the tracks made from here on: text
+    kHang,     // the client stops answering for seconds
 
     kNotUnderstood,
   };
@@ -33,6 +34,8 @@ struct ScriptCommand {
 
 // The longest wait a script can ask for (about 31 years); more is cut to it.
 inline constexpr double kMaxWaitSeconds = 1e9;
+// The longest hang of the client a script can ask for.
+inline constexpr double kMaxHangSeconds = 3600;
 
 // One line of a script (UTF-8).
 ScriptCommand ParseScriptLine(const std::string& utf8_line);
@@ -45,8 +48,8 @@ bool ShowOfClient(aolsim::AolClient& client, const std::string& object,
 bool ShowOfDesktop(aolsim::Desktop& desktop, const std::string& object,
                    std::string& value);
 
-// Plays a kClient command on the client: say, type, typeahead, other, and
-// the client's windows opening and closing.
+// Plays a kClient command on the client: say, type, typeahead, other, the
+// client's windows opening and closing, and the faults armed by `at`.
 void PlayOnClient(aolsim::AolClient& client, const ScriptCommand& command);
 // Plays a kDesktop command: aim NAME, aim off, pointer X Y.
 void PlayOnDesktop(aolsim::Desktop& desktop, const ScriptCommand& command);

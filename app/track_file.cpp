@@ -14,8 +14,6 @@
 namespace v2 {
 namespace {
 
-constexpr int kRate = 32000;
-constexpr int kKbps = 48;          // the smallest frame that holds the LAME tag
 constexpr int kChunk = 1152 * 32;  // samples handed to the encoder at once
 
 struct Encoder {
@@ -60,7 +58,7 @@ TrackTags ParseTrackTags(const std::string& text) {
 }
 
 bool WriteTrack(const std::string& path, double seconds, const TrackTags& tags,
-                std::string& error) {
+                std::string& error, TrackFormat format) {
   if (!(seconds > 0 && seconds <= kMaxTrackSeconds)) {
     error = "a track lasts more than 0 and at most 3600 seconds";
     return false;
@@ -76,12 +74,12 @@ bool WriteTrack(const std::string& path, double seconds, const TrackTags& tags,
     error = "the encoder did not start";
     return false;
   }
-  lame_set_num_channels(gf, 1);
-  lame_set_mode(gf, MONO);
-  lame_set_in_samplerate(gf, kRate);
-  lame_set_out_samplerate(gf, kRate);
+  lame_set_num_channels(gf, format.channels);
+  lame_set_mode(gf, format.channels == 1 ? MONO : STEREO);
+  lame_set_in_samplerate(gf, format.rate);
+  lame_set_out_samplerate(gf, format.rate);
   lame_set_VBR(gf, vbr_off);
-  lame_set_brate(gf, kKbps);
+  lame_set_brate(gf, format.kbps);
   lame_set_quality(gf, 7);
   lame_set_bWriteVbrTag(gf, 1);  // the LAME tag: delay and padding
   id3tag_init(gf);
@@ -102,7 +100,8 @@ bool WriteTrack(const std::string& path, double seconds, const TrackTags& tags,
     error = "cannot write " + native.string();
     return false;
   }
-  const auto total = static_cast<long long>(std::llround(seconds * kRate));
+  const auto total =
+      static_cast<long long>(std::llround(seconds * format.rate));
   std::vector<short> silence(kChunk, 0);
   std::vector<unsigned char> mp3(kChunk * 5 / 4 + 7200);
   for (long long done = 0; done < total;) {

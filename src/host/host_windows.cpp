@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 #include "platform/text.h"
 
@@ -15,9 +16,12 @@ void SendKeyPair(Platform& p, Hwnd h, WParam key) {
   p.windows.SendMessageA(h, kWmKeyUp, key, 0);
 }
 
-void SetText(Platform& p, Hwnd h, const std::string& text) {
-  p.windows.SendMessageA(h, kWmSetText, 0,
-                         reinterpret_cast<LParam>(text.c_str()));
+// Whether the client answered: a hung client takes no text.
+bool SetText(Platform& p, Hwnd h, const std::string& text) {
+  return p.windows
+      .SendMessageTimeoutA(h, kWmSetText, 0,
+                           reinterpret_cast<LParam>(text.c_str()))
+      .has_value();
 }
 
 }  // namespace
@@ -141,17 +145,27 @@ void ChatSend(Platform& p, const std::string& line) {
   // Without a room input is 0 and every message below goes nowhere: the
   // line is lost, quietly.
   Hwnd input = room ? NthChild(p, room, "RICHCNTL", 2) : 0;
-  std::string saved = GetText(p, input);
-  SetText(p, input, "");
-  SetText(p, input, line);
-  // The client empties the input line when it takes the line; that is the
-  // only sign of success. Return is pressed again until it does.
-  WaitForHost(p, [&] {
-    p.loop.PumpEvents();
-    p.windows.SendMessageA(input, kWmChar, kVkReturn, 0);
-    return GetText(p, input).empty();
-  });
-  SetText(p, input, saved);
+  // A client that does not answer (hung) takes no line: it is lost, and the
+  // member's unfinished text stays untouched.
+  std::optional<std::string> saved = ReadText(p.windows, input);
+  if (!saved) return;
+  // Return is pressed only on the program's own line: were it pressed on
+  // what the member left there, the member's text would go out.
+  if (SetText(p, input, "") && SetText(p, input, line)) {
+    // The client empties the input line when it takes the line; that is the
+    // only sign of success. Return is pressed again until it does; a Return
+    // or a read that the client does not answer is no sign.
+    WaitForHost(p, [&] {
+      p.loop.PumpEvents();
+      if (!p.windows.SendMessageTimeoutA(input, kWmChar, kVkReturn, 0)) {
+        return false;
+      }
+      auto left = ReadText(p.windows, input);
+      return left && left->empty();
+    });
+  }
+  // The member's unfinished text goes back as soon as the client answers.
+  WaitForHost(p, [&] { return SetText(p, input, *saved); });
 }
 
 Hwnd FindWelcome(Platform& p) {

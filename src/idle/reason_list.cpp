@@ -2,8 +2,8 @@
 
 #include <cmath>
 #include <cstdint>
+#include <cstdio>
 #include <cstring>
-#include <fstream>
 #include <iterator>
 
 #include "shell/program.h"
@@ -56,10 +56,15 @@ std::vector<std::string> ReadListItems(const std::string& bytes) {
 }
 
 void LoadList(Platform& p, const std::string& file, ListBox& list) {
-  std::ifstream in(p.files().NativePath(file), std::ios::binary);
+  // C's files: the streams of the library would bring its locales into the
+  // program for two plain reads and writes.
+  std::FILE* in = std::fopen(p.files().NativePath(file).c_str(), "rb");
   if (!in) return;
-  std::string bytes((std::istreambuf_iterator<char>(in)),
-                    std::istreambuf_iterator<char>());
+  std::string bytes;
+  char chunk[4096];
+  for (std::size_t got; (got = std::fread(chunk, 1, sizeof(chunk), in)) > 0;)
+    bytes.append(chunk, got);
+  std::fclose(in);
   for (std::string& item : ReadListItems(bytes)) {
     list.AddItem(std::move(item));
     p.loop.PumpEvents();
@@ -67,10 +72,13 @@ void LoadList(Platform& p, const std::string& file, ListBox& list) {
 }
 
 void SaveList(Platform& p, const std::string& file, const ListBox& list) {
-  std::ofstream out(p.files().NativePath(file),
-                    std::ios::binary | std::ios::trunc);
+  std::FILE* out = std::fopen(p.files().NativePath(file).c_str(), "wb");
   if (!out) return;
-  for (const std::string& item : list.items) out << item << "\r\n";
+  for (const std::string& item : list.items) {
+    std::fwrite(item.data(), 1, item.size(), out);
+    std::fwrite("\r\n", 1, 2, out);
+  }
+  std::fclose(out);
 }
 
 bool FileExists(Platform& p, const std::string& file) {

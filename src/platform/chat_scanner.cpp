@@ -54,42 +54,51 @@ void ChatScanner::ScanOn() {
   }
   if (scanning_) return;
   scanning_ = true;
+  room_ = 0;
   Hwnd t = finder_();
-  if (t) {
-    Rebase(t, static_cast<int>(
-                  platform_.windows.SendMessageA(t, kWmGetTextLength, 0, 0)));
-  } else {
-    room_ = 0;
-  }
+  if (!t) return;
+  // A client that does not answer now is taken up by the next look.
+  auto n = platform_.windows.SendMessageTimeoutA(t, kWmGetTextLength, 0, 0);
+  if (n) Rebase(t, static_cast<int>(*n));
 }
 
 void ChatScanner::ScanOff() { scanning_ = false; }
 
-std::string ChatScanner::Read(Hwnd transcript, int from, int to) {
+std::optional<std::string> ChatScanner::Read(Hwnd transcript, int from,
+                                             int to) {
   from = std::max(from, 0);
-  if (to <= from) return {};
+  if (to <= from) return std::string();
   if (ranges_) {
     if (auto part = platform_.windows.GetTextRange(transcript, from, to)) {
-      return *part;
+      return part;
     }
-    ranges_ = false;
   }
-  // The control cannot hand out a range: read it whole, once in a look.
+  // The control hands out no range: read it whole, once in a look. Only a
+  // control that answered that read is known to have no ranges.
   if (!whole_) {
-    whole_ = SendGetText(platform_.windows, transcript);
-    head_ = whole_->substr(0, kAnchorChars);
+    whole_ = ReadText(platform_.windows, transcript);
+    if (!*whole_) return std::nullopt;
+    ranges_ = false;
+    head_ = (*whole_)->substr(0, kAnchorChars);
   }
-  const std::string& all = *whole_;
-  if (from >= static_cast<int>(all.size())) return {};
+  if (!*whole_) return std::nullopt;
+  const std::string& all = **whole_;
+  if (from >= static_cast<int>(all.size())) return std::string();
   return all.substr(static_cast<std::size_t>(from),
                     static_cast<std::size_t>(to - from));
 }
 
-void ChatScanner::Rebase(Hwnd transcript, int length) {
+bool ChatScanner::Rebase(Hwnd transcript, int length) {
   if (transcript != room_) ranges_ = true;
+  auto anchor = Read(transcript, std::max(0, length - kAnchorChars), length);
+  if (!anchor) {
+    room_ = 0;  // taken up afresh at the next look
+    return false;
+  }
   room_ = transcript;
   seen_ = length;
-  anchor_ = Read(transcript, std::max(0, length - kAnchorChars), length);
+  anchor_ = std::move(*anchor);
+  return true;
 }
 
 Hwnd ChatScanner::Transcript() {
@@ -111,30 +120,45 @@ void ChatScanner::Look() {
     room_ = 0;
     return;
   }
-  auto n = static_cast<int>(
-      platform_.windows.SendMessageA(t, kWmGetTextLength, 0, 0));
+  // Every read of a look must be answered; one that is not (a hung client)
+  // leaves everything as it was for the next look.
+  auto length =
+      platform_.windows.SendMessageTimeoutA(t, kWmGetTextLength, 0, 0);
+  if (!length) return;
+  const auto n = static_cast<int>(*length);
   if (t != room_) {
     Rebase(t, n);  // another room: what was said there before is not news
     return;
   }
-  if (!ranges_ && n == seen_ &&
-      SendGetTextHead(platform_.windows, t, kAnchorChars) == head_) {
-    return;
+  if (!ranges_ && n == seen_) {
+    auto head = ReadTextHead(platform_.windows, t, kAnchorChars);
+    if (!head || *head == head_) return;
   }
-  const int a = static_cast<int>(anchor_.size());
+  LookAt(t, n);
+}
+
+void ChatScanner::LookAt(Hwnd t, int n) {
+  std::string anchor = anchor_;
+  const int a = static_cast<int>(anchor.size());
   int start = -1;  // where the undelivered text begins
   // The length alone is no proof: a trim can take away as much as came.
-  if (n >= seen_ && Read(t, seen_ - a, seen_) == anchor_) {
-    if (n == seen_) return;
-    start = seen_;
-  } else if (a > 0) {
+  if (n >= seen_) {
+    auto there = Read(t, seen_ - a, seen_);
+    if (!there) return;
+    if (*there == anchor) {
+      if (n == seen_) return;
+      start = seen_;
+    }
+  }
+  if (start < 0 && a > 0) {
     // Trimmed at the top: the anchor moved left. Search backwards in growing
     // windows for its last occurrence that does not reach past seen_.
     int hi = std::min(n, seen_);
     for (int width = kFirstSearchWindow;; width *= 2) {
       int lo = std::max(0, hi - width);
-      std::string window = Read(t, lo, hi);
-      auto at = window.rfind(anchor_);
+      auto window = Read(t, lo, hi);
+      if (!window) return;
+      auto at = window->rfind(anchor);
       if (at != std::string::npos) {
         start = lo + static_cast<int>(at) + a;
         break;
@@ -144,12 +168,13 @@ void ChatScanner::Look() {
     if (start < 0) {
       // The oldest lines of the anchor went with the trim: the transcript
       // then begins with what is left of it, from one of its line breaks.
-      std::string head = Read(t, 0, std::min(n, a));
-      for (auto k = anchor_.find('\r', 1); k != std::string::npos;
-           k = anchor_.find('\r', k + 1)) {
-        if (head.compare(0, a - k, anchor_, k) == 0) {
+      auto head = Read(t, 0, std::min(n, a));
+      if (!head) return;
+      for (auto k = anchor.find('\r', 1); k != std::string::npos;
+           k = anchor.find('\r', k + 1)) {
+        if (head->compare(0, a - k, anchor, k) == 0) {
           start = a - static_cast<int>(k);
-          anchor_.erase(0, k);
+          anchor.erase(0, k);
           break;
         }
       }
@@ -159,12 +184,13 @@ void ChatScanner::Look() {
     Rebase(t, n);
     return;
   }
-  std::string fresh = Read(t, start, n);
+  auto fresh = Read(t, start, n);
+  if (!fresh) return;
   seen_ = n;
-  std::string tail = anchor_ + fresh;
+  std::string tail = anchor + *fresh;
   if (tail.size() > kAnchorChars) tail.erase(0, tail.size() - kAnchorChars);
   anchor_ = std::move(tail);
-  Deliver(fresh);
+  Deliver(*fresh);
 }
 
 void ChatScanner::Deliver(std::string_view fresh) {

@@ -14,6 +14,10 @@
 // again, of the same length) cannot be seen by any reader of the text, and is
 // missed.
 //
+// A client that does not answer (hung) shows nothing: a look in which any
+// read goes unanswered changes nothing, and the next look starts again
+// from what was delivered.
+//
 // A transcript in another process hands out no ranges, only its whole text.
 // There a look reads the text at most once, and a look that finds the length
 // and the first characters unchanged reads nothing more: a trim at the top
@@ -50,8 +54,10 @@ class ChatScanner {
 
  private:
   Hwnd Transcript();
-  void Rebase(Hwnd transcript, int length);
-  std::string Read(Hwnd transcript, int from, int to);
+  bool Rebase(Hwnd transcript, int length);
+  // Characters [from, to) of the transcript; nullopt when it did not answer.
+  std::optional<std::string> Read(Hwnd transcript, int from, int to);
+  void LookAt(Hwnd transcript, int length);
   void Deliver(std::string_view fresh);
 
   Platform& platform_;
@@ -64,7 +70,8 @@ class ChatScanner {
   int seen_ = 0;        // transcript length up to the last delivered line
   std::string anchor_;  // the text just before seen_
   bool ranges_ = true;  // whether the transcript hands out ranges
-  std::optional<std::string> whole_;  // the whole text, read in this look
+  // The whole text, read in this look (nullopt inside: it did not answer).
+  std::optional<std::optional<std::string>> whole_;
   std::string head_;  // the first characters, as the last whole read saw them
 };
 

@@ -8,6 +8,11 @@
 
 namespace v2 {
 
+// A sent message waits at most this long for the window's thread to take
+// it, so that a client that has stopped answering (a hung program) cannot
+// stop the program with it.
+inline constexpr int kSendBoundMs = 5000;
+
 class WindowServices {
  public:
   virtual ~WindowServices() = default;
@@ -18,9 +23,16 @@ class WindowServices {
   // Direct children of parent, starting behind the sibling after (0: first).
   virtual Hwnd FindWindowExA(Hwnd parent, Hwnd after, const char* cls,
                              const char* title) = 0;
-  // Runs the window's handler before it returns; 0 for a missing window.
-  virtual LResult SendMessageA(Hwnd h, std::uint32_t msg, WParam w,
-                               LParam l) = 0;
+  // Runs the window's handler before it returns, waiting for the window's
+  // thread at most kSendBoundMs: nullopt when it did not take the message
+  // in that time (it is hung), and the message is then not handled. 0 for
+  // a missing window.
+  virtual std::optional<LResult> SendMessageTimeoutA(Hwnd h, std::uint32_t msg,
+                                                     WParam w, LParam l) = 0;
+  // The same, with 0 for a message that was not taken.
+  LResult SendMessageA(Hwnd h, std::uint32_t msg, WParam w, LParam l) {
+    return SendMessageTimeoutA(h, msg, w, l).value_or(0);
+  }
   // Queues the message for the window's thread and returns at once.
   virtual bool PostMessageA(Hwnd h, std::uint32_t msg, WParam w, LParam l) = 0;
   virtual int GetWindowTextA(Hwnd h, char* buffer, int max_count) = 0;
@@ -57,10 +69,14 @@ class WindowServices {
   virtual std::optional<std::string> GetTextRange(Hwnd h, int from, int to) = 0;
 };
 
-// A window's text through WM_GETTEXTLENGTH and WM_GETTEXT; "" for none.
+// A window's text through WM_GETTEXTLENGTH and WM_GETTEXT; "" for none,
+// nullopt when the window's thread did not answer.
+std::optional<std::string> ReadText(WindowServices& w, Hwnd h);
+// The same, with "" for no answer.
 std::string SendGetText(WindowServices& w, Hwnd h);
 // At most the first max_chars characters of it, by one WM_GETTEXT.
-std::string SendGetTextHead(WindowServices& w, Hwnd h, int max_chars);
+std::optional<std::string> ReadTextHead(WindowServices& w, Hwnd h,
+                                        int max_chars);
 
 inline constexpr int kSwHide = 0;
 inline constexpr int kSwShow = 5;

@@ -2,7 +2,8 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <fstream>
+#include <cstdio>
+#include <memory>
 
 #include "platform/text.h"
 
@@ -235,26 +236,23 @@ void ReadId3v1(std::string_view tail, TrackTags& tags) {
 namespace {
 
 TrackTags ReadTagsOfStream(const std::string& native_path) {
-  std::ifstream in(native_path, std::ios::binary);
-  if (!in) return {};
+  // C's files, as the reason list's: no locales come with them.
+  std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(
+      std::fopen(native_path.c_str(), "rb"), &std::fclose);
+  if (!file) return {};
+  std::FILE* in = file.get();
   std::string start(kId3HeaderBytes, '\0');
-  in.read(start.data(), static_cast<std::streamsize>(start.size()));
-  start.resize(static_cast<std::size_t>(in.gcount()));
+  start.resize(std::fread(start.data(), 1, start.size(), in));
   if (std::size_t length = Id3v2Length(start)) {
     start.resize(std::min(length, kMaxTagBytes));
-    in.read(start.data() + kId3HeaderBytes,
-            static_cast<std::streamsize>(start.size() - kId3HeaderBytes));
-    start.resize(kId3HeaderBytes + static_cast<std::size_t>(in.gcount()));
+    const std::size_t got = std::fread(start.data() + kId3HeaderBytes, 1,
+                                       start.size() - kId3HeaderBytes, in);
+    start.resize(kId3HeaderBytes + got);
   }
-  in.clear();
-  in.seekg(0, std::ios::end);
-  std::streamoff size = in.tellg();
   std::string tail;
-  if (size >= 128) {
+  if (std::fseek(in, -128, SEEK_END) == 0) {
     tail.resize(128);
-    in.seekg(size - 128);
-    in.read(tail.data(), 128);
-    if (in.gcount() != 128) tail.clear();
+    if (std::fread(tail.data(), 1, 128, in) != 128) tail.clear();
   }
   return TagsOf(start, tail);
 }

@@ -108,9 +108,10 @@ class NoRanges : public WindowServices {
   Hwnd FindWindowExA(Hwnd p, Hwnd a, const char* c, const char* t) override {
     return in_.FindWindowExA(p, a, c, t);
   }
-  LResult SendMessageA(Hwnd h, std::uint32_t m, WParam w, LParam l) override {
+  std::optional<LResult> SendMessageTimeoutA(Hwnd h, std::uint32_t m, WParam w,
+                                             LParam l) override {
     if (m == kWmGetText && w > 200) ++whole_reads;  // not just the head
-    return in_.SendMessageA(h, m, w, l);
+    return in_.SendMessageTimeoutA(h, m, w, l);
   }
   bool PostMessageA(Hwnd h, std::uint32_t m, WParam w, LParam l) override {
     return in_.PostMessageA(h, m, w, l);
@@ -182,6 +183,35 @@ TEST(ChatScanner, ReadsTheWholeTextWhereRangesAreNotOffered) {
   EXPECT_EQ(plain.whole_reads, 1);
   w.loop.RunUntilIdle();
   EXPECT_EQ(got.size(), 13u);
+}
+
+// A hung client answers no read: its transcript is not taken for a cleared
+// one (which would replay the whole room as news once it answers again),
+// and nothing said meanwhile is lost. Both ways of reading.
+TEST(ChatScanner, AHungClientIsNotTakenForAClearedRoom) {
+  for (bool ranges : {true, false}) {
+    SCOPED_TRACE(ranges ? "ranges" : "whole text");
+    testing::World w;
+    NoRanges plain(w.windows);
+    Platform p{ranges ? static_cast<WindowServices&>(w.windows) : plain,
+               w.loop};
+    ChatScanner scanner(p, [&] { return FindTranscript(p); });
+    Lines got;
+    scanner.OnChatMsg([&](const std::string& n, const std::string& t) {
+      got.push_back(n + "|" + t);
+    });
+    scanner.ScanOn();
+    w.client.OtherSays("Bob", "before");
+    scanner.Look();
+    w.client.Hang(20000);
+    for (int i = 0; i < 3; ++i) scanner.Look();  // each waits out the bound
+    EXPECT_EQ(w.loop.clock().NowMs(), 3 * kSendBoundMs);
+    w.client.OtherSays("Ann", "during");  // in the room, not yet readable
+    w.loop.RunFor(w.host.HungForMs());
+    scanner.Look();
+    w.loop.RunUntilIdle();
+    EXPECT_EQ(got, (Lines{"Bob|before", "Ann|during"}));
+  }
 }
 
 TEST(ChatScanner, SplitsOnlyLinesWithASpeaker) {

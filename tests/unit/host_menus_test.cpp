@@ -130,6 +130,33 @@ TEST(HostMenus, APopupThatNeverComesEndsTheMailListAtTheBound) {
   EXPECT_EQ(now.y, 8);
 }
 
+// The client hangs, vanishes or shows its dialog just as the mail list's
+// click arrives: the thread is held to the bound and no longer, no key is
+// pressed, the pointer is back, and the next mail list opens.
+TEST(HostMenus, AMailListOutlivesAClientThatFailsAtTheClick) {
+  using Fault = aolsim::AolClient::Fault;
+  for (Fault::Kind kind :
+       {Fault::Kind::kHang, Fault::Kind::kQuit, Fault::Kind::kDialog}) {
+    testing::World w;
+    std::vector<std::string> events;
+    w.client.on_event = [&](const std::string& e) { events.push_back(e); };
+    w.windows.SetCursorPos(7, 8);
+    w.client.Arm(aolsim::AolClient::Moment::kPopup, {kind, 30000, {}});
+    MailOpenNew(w.platform);
+    EXPECT_EQ(w.loop.clock().NowMs(), 10000);  // kHostWaitBoundSeconds
+    EXPECT_TRUE(events.empty());
+    Point at;
+    w.windows.GetCursorPos(at);
+    EXPECT_EQ(at.x, 7);
+    EXPECT_EQ(at.y, 8);
+    w.loop.RunFor(w.host.HungForMs());
+    if (kind == Fault::Kind::kQuit) w.client.Start();
+    MailOpenNew(w.platform);
+    w.loop.RunUntilIdle();
+    EXPECT_EQ(events, std::vector<std::string>{"[client menu] Read New Mail"});
+  }
+}
+
 TEST(HostMenus, ToolbarMenuPickClicksAgainUntilAPopupComesInTime) {
   {
     Toolbar t;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "app/script.h"
 #include "tests/unit/world.h"
 
 namespace v2 {
@@ -102,6 +103,71 @@ TEST(Host, ChatSendGivesUpOnAClientThatNeverTakesTheLine) {
   ChatSend(w.platform, "never taken");
   EXPECT_EQ(w.loop.clock().NowMs(), 10000);
   EXPECT_EQ(w.windows.TextView(stuck), "typed");
+}
+
+// A client that stops answering before or during a send: the program comes
+// back within its bounds, never presses Return on what the member left in
+// the input line, puts that text back once the client answers, and sends
+// as before afterwards.
+TEST(Host, ChatSendComesBackFromAHungClient) {
+  using Fault = aolsim::AolClient::Fault;
+  {
+    World w;  // hung before the send begins: nothing is touched
+    w.client.MemberTypes("hel");
+    w.client.Hang(30000);
+    ChatSend(w.platform, "lost");
+    EXPECT_EQ(w.loop.clock().NowMs(), kSendBoundMs);
+    w.loop.RunFor(w.host.HungForMs());
+    EXPECT_EQ(w.client.InputText(), "hel");
+    ChatSend(w.platform, "after");
+    EXPECT_EQ(w.room, (std::vector<std::string>{"Member:\tafter"}));
+  }
+  {
+    World w;  // stops for 8 s as the line goes in
+    w.client.MemberTypes("hel");
+    w.client.Arm(aolsim::AolClient::Moment::kReply,
+                 {Fault::Kind::kHang, 8000, {}});
+    ChatSend(w.platform, "lost");
+    EXPECT_EQ(w.loop.clock().NowMs(), 8000);
+    EXPECT_TRUE(w.room.empty());  // neither the line nor the member's text
+    EXPECT_EQ(w.client.InputText(), "hel");
+  }
+  {
+    World w;  // stops for longer than every bound
+    w.client.Arm(aolsim::AolClient::Moment::kReply,
+                 {Fault::Kind::kHang, 60000, {}});
+    ChatSend(w.platform, "lost");
+    EXPECT_LE(w.loop.clock().NowMs(),
+              kSendBoundMs + kHostWaitBoundSeconds * 1000 + kSendBoundMs);
+    w.loop.RunFor(w.host.HungForMs());
+    ChatSend(w.platform, "after");
+    EXPECT_EQ(w.room, (std::vector<std::string>{"Member:\tafter"}));
+  }
+}
+
+// The script lines that hang the client or arm a fault, played through the
+// parser both runners share; a fault is set off once.
+TEST(Host, FaultScriptLines) {
+  World w;
+  std::vector<std::string> events;
+  w.client.on_event = [&](const std::string& e) { events.push_back(e); };
+  using Kind = ScriptCommand::Kind;
+  ScriptCommand hang = ParseScriptLine("hang 2.5");
+  EXPECT_EQ(hang.kind, Kind::kHang);
+  EXPECT_EQ(hang.seconds, 2.5);
+  for (const char* refused :
+       {"hang", "hang -1", "hang 3601", "hang 1 s", "at", "at reply",
+        "at reply hang", "at reply room", "at popup room ", "at now dialog",
+        "at reply close", "at popup dialog now", "at reply hang x"}) {
+    EXPECT_EQ(ParseScriptLine(refused).kind, Kind::kNotUnderstood) << refused;
+  }
+  ScriptCommand room = ParseScriptLine("at reply room The Den");
+  ASSERT_EQ(room.kind, Kind::kClient);
+  PlayOnClient(w.client, room);
+  ChatSend(w.platform, "lost with the room");
+  ChatSend(w.platform, "in the new room");
+  EXPECT_EQ(events, std::vector<std::string>{"[room] The Den"});
+  EXPECT_EQ(w.room, std::vector<std::string>{"Member:\tin the new room"});
 }
 
 TEST(Host, AChatSendInsideAnotherSendsFirstAndLosesNothing) {

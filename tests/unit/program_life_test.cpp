@@ -9,6 +9,7 @@
 #include "idle/idle_tick.h"
 #include "platform/sim/sim_stores.h"
 #include "shell/program.h"
+#include "tests/unit/filled_stores.h"
 
 namespace v2 {
 namespace {
@@ -106,6 +107,64 @@ TEST(ProgramLife, IdleMinutesOfAllTimeGoOnAcrossRuns) {
     second->Execute("wait 63");
     EXPECT_EQ(second->program().form2.Label1.Caption.Get(), "3");
     EXPECT_EQ(second->program().form1.Label1.Caption.Get(), "1");
+  }
+}
+
+// Whatever text the stores hold, the program starts, answers its commands,
+// counts its idle minutes (scrolling or, for an interval that is no count,
+// quietly not), and loses nothing stored: every key it does not write
+// reads back as it was. Each text goes into every key at once, but the
+// command switch, which must stay on for commands to be answered.
+TEST(ProgramLife, AnyStoredTextStartsTheProgramAndLosesNothing) {
+  static const char kControls[] = "tab\tcr\rlf\nesc\x1b[2J\x01\x7f\0nul";
+  const std::string texts[] = {
+      std::string(10000, 'x'),
+      "",
+      "abc",
+      "-1",
+      "1e999",
+      "nan",
+      "99999999999999999999",
+      "<b><font color=#000000 face=\"x\">",
+      std::string(kControls, sizeof(kControls) - 1),
+      "\xff\xfe\x80\x81 \"quoted\" ",
+      "C:\\nowhere\\at all\\",
+      "%s%n%d{}",
+  };
+  for (const std::string& text : texts) {
+    SCOPED_TRACE(::testing::PrintToString(text.substr(0, 40)));
+    testing::FilledStores stores;
+    std::map<std::string, std::string> user, ini;
+    for (const char* key : testing::kUserKeys) user[key] = text;
+    user["ccoms on"] = "true";
+    for (const char* key : testing::kIniKeys) ini[key] = text;
+    stores.Fill(user, ini);
+    const std::string ini_before = stores.IniWithoutBrag();
+    std::ostringstream out, err;
+    {
+      Runner run(stores.options, out, err);
+      run.Execute("answer x");  // for a handle stored empty
+      run.Start();
+      const std::string brag = run.program().form2.Label1.Caption.Get();
+      run.Execute("say date");
+      run.Execute("say brag");
+      run.Execute("menu idleon");
+      run.Execute("wait 63");
+      EXPECT_EQ(run.program().form1.Label1.Caption.Get(), "1");
+      EXPECT_EQ(run.program().form2.Label1.Caption.Get(), CountOneMore(brag));
+      run.Execute("menu idleoff");
+      EXPECT_FALSE(run.ended());
+    }
+    EXPECT_NE(out.str().find("todays date:"), std::string::npos);
+    EXPECT_NE(out.str().find("total idle mins"), std::string::npos);
+    EXPECT_EQ(err.str(), "");
+    for (const char* key : testing::kUserKeys) {
+      if (std::string(key) == "handle" && text.empty()) continue;  // asked
+      // A stored text is read up to its first NUL, as the registry's is.
+      EXPECT_EQ(stores.User(key), user[key].substr(0, user[key].find('\0')))
+          << key;
+    }
+    EXPECT_EQ(stores.IniWithoutBrag(), ini_before);
   }
 }
 

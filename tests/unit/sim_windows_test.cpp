@@ -95,9 +95,6 @@ TEST(SimWindows, TextMessagesCloseAndVisibility) {
   EXPECT_EQ(w.SendMessageA(edit, kWmGetTextLength, 0, 0), 0);
 }
 
-}  // namespace
-}  // namespace v2
-
 namespace v2 {
 namespace {
 
@@ -149,6 +146,57 @@ TEST(SimWindows, MenusStackingOrderAndThePointer) {
   w.SetCapture(frame);
   EXPECT_TRUE(w.ReleaseCapture());
   EXPECT_EQ(w.capture(), 0u);
+}
+
+}  // namespace
+}  // namespace v2
+
+// The client's thread stopped, as a hung program's is: a message sent waits
+// for it at most the bound and, when it has not pumped again by then, is
+// never handled; what is posted, and the client's timed work, wait for it.
+TEST(SimWindows, AHungClientTakesNothingSentAndKeepsWhatIsPosted) {
+  testing::World w;
+  std::string seen;
+  Hwnd h = w.windows.Create(
+      w.client.room(), "_AOL_Static", "",
+      [&](Hwnd, std::uint32_t msg, WParam c, LParam) -> std::optional<LResult> {
+        if (msg != kWmChar) return std::nullopt;
+        seen += static_cast<char>(c);
+        if (c == 'h') w.client.Hang(20000);  // stops while it handles this
+        return 7;
+      });
+  bool timed = false;
+  w.host.After(1000, [&] { timed = true; });
+
+  w.client.Hang(20000);
+  EXPECT_FALSE(w.windows.SendMessageTimeoutA(h, kWmChar, 'a', 0));
+  EXPECT_EQ(w.loop.clock().NowMs(), kSendBoundMs);
+  EXPECT_EQ(w.windows.SendMessageA(h, kWmChar, 'b', 0), 0);
+  EXPECT_TRUE(w.windows.PostMessageA(h, kWmChar, 'p', 0));
+  w.loop.RunFor(9000);
+  EXPECT_EQ(seen, "");  // not even what was posted
+  EXPECT_FALSE(timed);
+  // It pumps again at 20 s: the posted message and the timed work then.
+  w.loop.RunFor(w.host.HungForMs());
+  EXPECT_EQ(w.loop.clock().NowMs(), 20000);
+  EXPECT_EQ(seen, "p");
+  EXPECT_TRUE(timed);
+
+  // A hang shorter than the bound: the sender waits it out and is answered.
+  w.client.Hang(3000);
+  EXPECT_EQ(w.windows.SendMessageTimeoutA(h, kWmChar, 'c', 0), 7);
+  EXPECT_EQ(w.loop.clock().NowMs(), 23000);
+  // A handler that stops its thread keeps the sender waiting to the bound:
+  // the message was handled, the answer never came.
+  EXPECT_FALSE(w.windows.SendMessageTimeoutA(h, kWmChar, 'h', 0));
+  EXPECT_EQ(w.loop.clock().NowMs(), 28000);
+  EXPECT_EQ(seen, "pch");
+  // The program's own windows and missing ones answer at once.
+  Hwnd own = w.windows.Create(0, "vantrel2 form", "", {}, false,
+                              sim::SimWindows::Owner::kProgram);
+  EXPECT_EQ(w.windows.SendMessageTimeoutA(own, kWmGetTextLength, 0, 0), 0);
+  EXPECT_EQ(w.windows.SendMessageTimeoutA(0xDEAD, kWmChar, 'x', 0), 0);
+  EXPECT_EQ(w.loop.clock().NowMs(), 28000);
 }
 
 }  // namespace

@@ -114,7 +114,8 @@ bool SimRegions::WindowRegionOf(Hwnd window, RegionBands& out) {
 SimShapedWindow::SimShapedWindow(SimWindows& windows, SimRegions& regions,
                                  float width_twips, float height_twips)
     : windows_(windows), regions_(regions) {
-  h_ = windows_.Create(0, "vantrel2 form", "", {}, false);
+  h_ = windows_.Create(0, "vantrel2 form", "", {}, false,
+                       SimWindows::Owner::kProgram);
   Place(0, 0, PixelsFromTwips(width_twips, 15),
         PixelsFromTwips(height_twips, 15));
 }

@@ -161,7 +161,9 @@ std::string SimUserStore::GetSetting(const std::string& app,
                                      const std::string& key,
                                      const std::string& def) {
   auto it = entries_.find({app, section, key});
-  return it == entries_.end() ? def : it->second;
+  if (it == entries_.end()) return def;
+  // A registry string is read as text: it ends at its first NUL.
+  return it->second.substr(0, it->second.find('\0'));
 }
 
 void SimUserStore::SaveSetting(const std::string& app,
@@ -200,7 +202,7 @@ int SimProfileService::GetPrivateProfileStringA(const char* section,
       if (SectionName(line, name)) {
         inside = SameText(name, section);
       } else if (inside && KeyLine(line, k, v) && SameText(k, key)) {
-        found.assign(v);
+        found.assign(v.substr(0, v.find('\0')));  // text ends at a NUL
         break;
       }
     }

@@ -4,7 +4,8 @@ namespace v2::sim {
 
 Hwnd SimUi::CreateForm(const std::string& title, int width_twips,
                        int height_twips) {
-  Hwnd h = windows_.Create(0, "vantrel2 form", title, {}, false);
+  Hwnd h = windows_.Create(0, "vantrel2 form", title, {}, false,
+                           SimWindows::Owner::kProgram);
   const int px = static_cast<int>(SimScreen().TwipsPerPixelX);
   windows_.SetWindowPos(h, 0, 0, 0, width_twips / px, height_twips / px,
                         kSwpNoMove | kSwpNoZOrder);

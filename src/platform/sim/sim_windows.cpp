@@ -37,8 +37,9 @@ const std::vector<Hwnd>& SimWindows::ChildList(Hwnd parent) const {
 }
 
 Hwnd SimWindows::Create(Hwnd parent, std::string cls, std::string title,
-                        Handler handler, bool visible) {
+                        Handler handler, bool visible, Owner owner) {
   if (parent != 0 && !Find(parent)) return 0;
+  if (parent != 0) owner = Find(parent)->owner;
   Hwnd h = next_handle_;
   next_handle_ += 2;  // handles are never reused within a run
   Node node;
@@ -47,6 +48,7 @@ Hwnd SimWindows::Create(Hwnd parent, std::string cls, std::string title,
   node.text = std::move(title);
   node.visible = visible;
   node.handler = std::move(handler);
+  node.owner = owner;
   nodes_.emplace(h, std::move(node));
   (parent == 0 ? top_level_ : Find(parent)->children).push_back(h);
   return h;
@@ -137,10 +139,20 @@ bool SimWindows::Shown(Hwnd h) const {
 }
 
 bool SimWindows::DeliverPosted() {
-  if (posted_.empty()) return false;
+  auto stopped = [this] { return thread_ && thread_->StoppedForMs() > 0; };
+  if (posted_.empty() || stopped()) return false;
   std::deque<Posted> batch;
   batch.swap(posted_);
-  for (const Posted& p : batch) SendMessageA(p.h, p.msg, p.w, p.l);
+  while (!batch.empty()) {
+    Posted p = batch.front();
+    batch.pop_front();
+    Dispatch(p.h, p.msg, p.w, p.l);
+    if (stopped()) {
+      // What the thread has not taken yet waits, ahead of anything newer.
+      posted_.insert(posted_.begin(), batch.begin(), batch.end());
+      break;
+    }
+  }
   return true;
 }
 
@@ -167,8 +179,28 @@ Hwnd SimWindows::FindWindowExA(Hwnd parent, Hwnd after, const char* cls,
   return 0;
 }
 
-LResult SimWindows::SendMessageA(Hwnd h, std::uint32_t msg, WParam w,
-                                 LParam l) {
+bool SimWindows::WaitForThread() {
+  const std::int64_t stopped = thread_ ? thread_->StoppedForMs() : 0;
+  if (stopped <= 0) return true;
+  thread_->Block(std::min<std::int64_t>(stopped, kSendBoundMs));
+  return stopped <= kSendBoundMs;
+}
+
+std::optional<LResult> SimWindows::SendMessageTimeoutA(Hwnd h,
+                                                       std::uint32_t msg,
+                                                       WParam w, LParam l) {
+  const Node* n = Find(h);
+  if (!n) return 0;
+  if (n->owner == Owner::kProgram) return Dispatch(h, msg, w, l);
+  // A thread that does not pump within the bound never sees the message.
+  if (!WaitForThread()) return std::nullopt;
+  LResult result = Dispatch(h, msg, w, l);
+  // A handler that stopped its thread has not returned yet for the sender.
+  if (!WaitForThread()) return std::nullopt;
+  return result;
+}
+
+LResult SimWindows::Dispatch(Hwnd h, std::uint32_t msg, WParam w, LParam l) {
   Node* n = Find(h);
   if (!n) return 0;
   if (n->handler) {
@@ -365,9 +397,10 @@ std::optional<std::string> SimWindows::GetTextRange(Hwnd h, int from, int to) {
   if (!Find(h) || to < from) return std::nullopt;
   std::string buffer(static_cast<std::size_t>(to - from) + 1, '\0');
   TextRange range{from, to, buffer.data()};
-  auto got =
-      SendMessageA(h, kEmGetTextRange, 0, reinterpret_cast<LParam>(&range));
-  buffer.resize(static_cast<std::size_t>(got));
+  auto got = SendMessageTimeoutA(h, kEmGetTextRange, 0,
+                                 reinterpret_cast<LParam>(&range));
+  if (!got) return std::nullopt;
+  buffer.resize(static_cast<std::size_t>(*got));
   return buffer;
 }
 

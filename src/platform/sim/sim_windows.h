@@ -1,8 +1,9 @@
 #pragma once
 // In-process window tree with the lookup rules of the real window manager.
-// Every window here belongs to "the other process" (the simulated client):
-// a sent message runs its handler at once; a posted message waits until the
-// program's thread yields (a pump or a wait), after any sent message.
+// Every window here belongs to "the other process" (the simulated client)
+// unless it is made as one of the program's own: a sent message runs its
+// handler at once; a posted message waits until the program's thread
+// yields (a pump or a wait), after any sent message.
 #include <deque>
 #include <functional>
 #include <optional>
@@ -21,8 +22,27 @@ class SimWindows : public WindowServices {
   using Handler = std::function<std::optional<LResult>(Hwnd, std::uint32_t,
                                                        WParam, LParam)>;
 
+  // The other process's thread as a sender sees it. While it is stopped (a
+  // hung program), a message sent to one of its windows waits for it at
+  // most kSendBoundMs and, if the thread has not pumped again by then, comes
+  // back untaken and is never handled; posted messages stay queued. A
+  // handler that stops the thread keeps its sender waiting the same way.
+  class Thread {
+   public:
+    virtual ~Thread() = default;
+    // How much longer the thread stays stopped; 0 while it pumps.
+    virtual std::int64_t StoppedForMs() = 0;
+    // The sender's thread stands still for ms: time passes, nothing runs.
+    virtual void Block(std::int64_t ms) = 0;
+  };
+  // Without one, the other process always answers.
+  void SetThread(Thread* thread) { thread_ = thread; }
+
+  // Whose a window is: the program's own windows never stop answering.
+  enum class Owner { kOther, kProgram };
   Hwnd Create(Hwnd parent, std::string cls, std::string title,
-              Handler handler = {}, bool visible = true);
+              Handler handler = {}, bool visible = true,
+              Owner owner = Owner::kOther);
   // Destroys the window and everything under it.
   void Destroy(Hwnd h);
   LResult DefWindowProc(Hwnd h, std::uint32_t msg, WParam w, LParam l);
@@ -55,13 +75,15 @@ class SimWindows : public WindowServices {
   static constexpr int kScreenWidth = 1024;
   static constexpr int kScreenHeight = 768;
 
-  // Handles every message posted so far; true if there was any.
+  // Handles every message posted so far; true if there was any. A stopped
+  // thread handles none, and one that stops on a message leaves the rest.
   bool DeliverPosted();
 
   Hwnd FindWindowA(const char* cls, const char* title) override;
   Hwnd FindWindowExA(Hwnd parent, Hwnd after, const char* cls,
                      const char* title) override;
-  LResult SendMessageA(Hwnd h, std::uint32_t msg, WParam w, LParam l) override;
+  std::optional<LResult> SendMessageTimeoutA(Hwnd h, std::uint32_t msg,
+                                             WParam w, LParam l) override;
   bool PostMessageA(Hwnd h, std::uint32_t msg, WParam w, LParam l) override;
   int GetWindowTextA(Hwnd h, char* buffer, int max_count) override;
   int GetWindowTextLengthA(Hwnd h) override;
@@ -98,6 +120,7 @@ class SimWindows : public WindowServices {
     std::vector<Hwnd> children;
     Placement placement;
     Hmenu menu = 0;
+    Owner owner = Owner::kOther;
   };
   struct Posted {
     Hwnd h;
@@ -108,6 +131,10 @@ class SimWindows : public WindowServices {
 
   const Node* Find(Hwnd h) const;
   Node* Find(Hwnd h);
+  LResult Dispatch(Hwnd h, std::uint32_t msg, WParam w, LParam l);
+  // Waits, as a sender, for the other process's thread to pump: false when
+  // it is still stopped after the bound.
+  bool WaitForThread();
   const std::vector<Hwnd>& ChildList(Hwnd parent) const;
   const MenuEntry* FindItem(Hmenu menu, std::uint32_t id, int depth) const;
 
@@ -119,6 +146,7 @@ class SimWindows : public WindowServices {
   Hmenu next_menu_ = 0x20010;
   Point cursor_{kScreenWidth / 2, kScreenHeight / 2};
   Hwnd capture_ = 0;
+  Thread* thread_ = nullptr;
 };
 
 // ASCII case-insensitive equality, as the window manager compares classes.

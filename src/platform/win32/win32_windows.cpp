@@ -37,12 +37,16 @@ Hwnd Win32Windows::FindWindowExA(Hwnd parent, Hwnd after, const char* cls,
   return FromHwnd(::FindWindowExA(ToHwnd(parent), ToHwnd(after), cls, title));
 }
 
-LResult Win32Windows::SendMessageA(Hwnd h, std::uint32_t msg, WParam w,
-                                   LParam l) {
+std::optional<LResult> Win32Windows::SendMessageTimeoutA(Hwnd h,
+                                                         std::uint32_t msg,
+                                                         WParam w, LParam l) {
   if (h == 0) return 0;
   DWORD_PTR result = 0;
   if (!::SendMessageTimeoutA(ToHwnd(h), msg, w, l, SMTO_ABORTIFHUNG,
                              kSendBoundMs, &result)) {
+    // A window that is there and did not answer is hung; one that is gone
+    // (or went while it was asked) answers nothing, as for a 0 handle.
+    if (::IsWindow(ToHwnd(h))) return std::nullopt;
     return 0;
   }
   return static_cast<LResult>(result);

@@ -6,14 +6,13 @@ namespace v2::win32 {
 
 class Win32Windows : public WindowServices {
  public:
-  // A sent message waits at most this long for the client to handle it, so
-  // that a hung client cannot hang the program.
-  static constexpr unsigned kSendBoundMs = 5000;
-
   Hwnd FindWindowA(const char* cls, const char* title) override;
   Hwnd FindWindowExA(Hwnd parent, Hwnd after, const char* cls,
                      const char* title) override;
-  LResult SendMessageA(Hwnd h, std::uint32_t msg, WParam w, LParam l) override;
+  // SendMessageTimeoutA of user32, with kSendBoundMs; a client that Windows
+  // already knows to be hung is not waited for at all.
+  std::optional<LResult> SendMessageTimeoutA(Hwnd h, std::uint32_t msg,
+                                             WParam w, LParam l) override;
   bool PostMessageA(Hwnd h, std::uint32_t msg, WParam w, LParam l) override;
   int GetWindowTextA(Hwnd h, char* buffer, int max_count) override;
   int GetWindowTextLengthA(Hwnd h) override;
