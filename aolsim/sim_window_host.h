@@ -34,6 +34,7 @@ class SimWindowHost : public WindowHost {
   void After(int ms, std::function<void()> work) override;
   void Raise(Hwnd h) override;
   bool Shown(Hwnd h) override { return windows_.Shown(h); }
+  bool Minimized(Hwnd h) override { return windows_.IsIconic(h); }
   std::int64_t NowMs() override { return loop_.clock().NowMs(); }
   LocalTime LocalNow() override { return loop_.clock().LocalNow(); }
   Point Pointer() override;

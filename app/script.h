@@ -38,15 +38,15 @@ inline constexpr double kMaxWaitSeconds = 1e9;
 ScriptCommand ParseScriptLine(const std::string& utf8_line);
 
 // What `show` tells of the client: input, room, windows, ims, ghosting,
-// welcome, client, glyph; false for anything else.
+// welcome, client, glyph, upload; false for anything else.
 bool ShowOfClient(aolsim::AolClient& client, const std::string& object,
                   std::string& value);
 // What `show` tells of the desktop: pointer; false for anything else.
 bool ShowOfDesktop(aolsim::Desktop& desktop, const std::string& object,
                    std::string& value);
 
-// Plays a kClient command on the client: say, type, typeahead, other, and
-// the client's windows opening and closing.
+// Plays a kClient command on the client: say, type, typeahead, other, the
+// client's windows opening and closing, its connection and its queues.
 void PlayOnClient(aolsim::AolClient& client, const ScriptCommand& command);
 // Plays a kDesktop command: aim NAME, aim off, pointer X Y.
 void PlayOnDesktop(aolsim::Desktop& desktop, const ScriptCommand& command);

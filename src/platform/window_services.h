@@ -1,6 +1,7 @@
 #pragma once
 // Window services: the only way the program sees or touches another program's
 // windows. Text is Windows-1252 bytes, exactly what the A functions pass.
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -55,14 +56,20 @@ class WindowServices {
   // the control supports it; nullopt where it does not (callers then fall back
   // to WM_GETTEXT).
   virtual std::optional<std::string> GetTextRange(Hwnd h, int from, int to) = 0;
+
+  // Calls changed whenever any window may have changed in a way that a
+  // lookup or a read could see: made or destroyed, shown or hidden, its
+  // text set, moved in the stacking order. False where the platform cannot
+  // tell of every such change; whoever waits for one then keeps looking.
+  virtual bool WatchChanges(std::function<void()> changed) {
+    (void)changed;
+    return false;
+  }
 };
 
 // A window's text through WM_GETTEXTLENGTH and WM_GETTEXT; "" for none.
 std::string SendGetText(WindowServices& w, Hwnd h);
 // At most the first max_chars characters of it, by one WM_GETTEXT.
 std::string SendGetTextHead(WindowServices& w, Hwnd h, int max_chars);
-
-inline constexpr int kSwHide = 0;
-inline constexpr int kSwShow = 5;
 
 }  // namespace v2

@@ -36,6 +36,9 @@ class SimWindows : public WindowServices {
   std::string ClassOf(Hwnd h) const;
   // Whether the window itself is shown, whatever its parents are.
   bool Shown(Hwnd h) const;
+  // Whether it is minimized (shown or hidden: a hidden window keeps the
+  // state it will be shown in).
+  bool IsIconic(Hwnd h) const;
 
   // Menus: a menu bar is a menu whose items open submenus.
   Hmenu CreateMenu();
@@ -69,6 +72,8 @@ class SimWindows : public WindowServices {
   bool ShowWindow(Hwnd h, int cmd) override;
   bool IsWindow(Hwnd h) override;
   std::optional<std::string> GetTextRange(Hwnd h, int from, int to) override;
+  // Every change of the tree goes through here, so every one is told.
+  bool WatchChanges(std::function<void()> changed) override;
   bool SetWindowPos(Hwnd h, Hwnd after, int x, int y, int cx, int cy,
                     std::uint32_t flags) override;
   Hmenu GetMenu(Hwnd h) override;
@@ -94,6 +99,7 @@ class SimWindows : public WindowServices {
     std::string cls;
     std::string text;
     bool visible = true;
+    bool minimized = false;
     Handler handler;
     std::vector<Hwnd> children;
     Placement placement;
@@ -110,6 +116,7 @@ class SimWindows : public WindowServices {
   Node* Find(Hwnd h);
   const std::vector<Hwnd>& ChildList(Hwnd parent) const;
   const MenuEntry* FindItem(Hmenu menu, std::uint32_t id, int depth) const;
+  void Changed();
 
   std::unordered_map<Hwnd, Node> nodes_;
   std::vector<Hwnd> top_level_;
@@ -119,6 +126,7 @@ class SimWindows : public WindowServices {
   Hmenu next_menu_ = 0x20010;
   Point cursor_{kScreenWidth / 2, kScreenHeight / 2};
   Hwnd capture_ = 0;
+  std::vector<std::function<void()>> watchers_;
 };
 
 // ASCII case-insensitive equality, as the window manager compares classes.
