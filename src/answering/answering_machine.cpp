@@ -9,12 +9,13 @@
 namespace v2 {
 
 std::string AwayReply(Program& prog) {
-  return "\r" +
-         StyledLine(prog.form4, Pair::kMain,
-                    std::string(kBanner) + " : auto response") +
-         "\r" +
-         StyledLine(prog.form4, Pair::kStat,
-                    "msg: " + prog.form2.Text6.Text.Get());
+  std::string reply = "\r";
+  reply += StyledLine(prog.form4, Pair::kMain,
+                      std::string(kBanner) + " : auto response");
+  reply += '\r';
+  reply += StyledLine(prog.form4, Pair::kStat,
+                      "msg: " + prog.form2.Text6.Text.Get());
+  return reply;
 }
 
 void Timer6_Timer(Program& prog) {
