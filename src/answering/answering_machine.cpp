@@ -20,7 +20,7 @@ std::string AwayReply(Program& prog) {
 
 void Timer6_Timer(Program& prog) {
   Platform& p = prog.platform;
-  const std::uint64_t mark = prog.watch.Changes();
+  const WindowWatch::Mark mark = prog.watch.Now();
   if (FindIM(p) == 0) {
     prog.watch.SleepUnlessChanged(prog.form2.Timer6, mark);
     return;

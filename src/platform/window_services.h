@@ -65,6 +65,13 @@ class WindowServices {
     (void)changed;
     return false;
   }
+  // Calls made whenever a window is created, by any program: the one change
+  // that every platform tells of, also of another process's windows. False
+  // where the platform cannot tell.
+  virtual bool WatchCreations(std::function<void()> made) {
+    (void)made;
+    return false;
+  }
 };
 
 // A window's text through WM_GETTEXTLENGTH and WM_GETTEXT; "" for none.

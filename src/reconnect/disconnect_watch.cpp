@@ -22,7 +22,7 @@ void ReconnectHost(Platform& p) {
 void Timer4_Timer(Program& prog) {
   Platform& p = prog.platform;
   Form2& f = prog.form2;
-  const std::uint64_t mark = prog.watch.Changes();
+  const WindowWatch::Mark mark = prog.watch.Now();
   f.Timer5.SetEnabled(false);
   f.Reconnected = false;
   if (SignedOnName(p)) {

@@ -24,11 +24,13 @@ void UnUpChat(Platform& p) {
 void Form2_Timer2_Timer(Program& prog) {
   Platform& p = prog.platform;
   Form2& f = prog.form2;
-  const std::uint64_t mark = prog.watch.Changes();
+  const WindowWatch::Mark mark = prog.watch.Now();
   switch (LookForUpload(p)) {
     case ModalLook::kNone:
       f.UpChatAnnounced = false;
-      break;
+      // No box of the kind at all: only a new window can change that.
+      prog.watch.SleepUntilMade(f.Timer2, mark);
+      return;
     case ModalLook::kOther:
       break;
     case ModalLook::kUpload:

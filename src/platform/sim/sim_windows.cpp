@@ -49,6 +49,9 @@ Hwnd SimWindows::Create(Hwnd parent, std::string cls, std::string title,
   node.handler = std::move(handler);
   nodes_.emplace(h, std::move(node));
   (parent == 0 ? top_level_ : Find(parent)->children).push_back(h);
+  for (std::size_t i = 0; i < creation_watchers_.size(); ++i) {
+    creation_watchers_[i]();
+  }
   Changed();
   return h;
 }
@@ -68,6 +71,11 @@ void SimWindows::Destroy(Hwnd h) {
 
 bool SimWindows::WatchChanges(std::function<void()> changed) {
   watchers_.push_back(std::move(changed));
+  return true;
+}
+
+bool SimWindows::WatchCreations(std::function<void()> made) {
+  creation_watchers_.push_back(std::move(made));
   return true;
 }
 

@@ -74,6 +74,7 @@ class SimWindows : public WindowServices {
   std::optional<std::string> GetTextRange(Hwnd h, int from, int to) override;
   // Every change of the tree goes through here, so every one is told.
   bool WatchChanges(std::function<void()> changed) override;
+  bool WatchCreations(std::function<void()> made) override;
   bool SetWindowPos(Hwnd h, Hwnd after, int x, int y, int cx, int cy,
                     std::uint32_t flags) override;
   Hmenu GetMenu(Hwnd h) override;
@@ -127,6 +128,7 @@ class SimWindows : public WindowServices {
   Point cursor_{kScreenWidth / 2, kScreenHeight / 2};
   Hwnd capture_ = 0;
   std::vector<std::function<void()>> watchers_;
+  std::vector<std::function<void()>> creation_watchers_;
 };
 
 // ASCII case-insensitive equality, as the window manager compares classes.
