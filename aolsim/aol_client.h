@@ -81,11 +81,15 @@ class AolClient {
   void Upload(const std::string& name, int percent, int minutes);
   void EndDownload();
   void EndUpload();
+  // How the upload's window stands: "normal", "minimized", "hidden" or
+  // "none" when there is no upload.
+  std::string UploadShowing();
   // The transfers waiting in the client's lists. The list windows
   // ("Upload Queue", "Download Manager", opened from the menus) count them
   // in their _AOL_Tree; their start icon (the 4th, and the 2nd) starts them
-  // all, says "[client] uploads started" (or downloads) and empties the
-  // list. Nothing happens for an empty list.
+  // all, says "[client] uploads started" (or downloads), empties the list
+  // and puts the transfer's status window in front, as the client shows a
+  // transfer under way. Nothing happens for an empty list.
   int queued_uploads = 0;
   int queued_downloads = 0;
 
@@ -179,6 +183,7 @@ class AolClient {
                     int percent, int minutes);
   void OpenTransferList(const std::string& title, int* queued, int start_icon,
                         const std::string& started);
+  void StartQueued(int* queued, const std::string& started);
   // The menu bar, the toolbar and what their items open (aol_toolbar.cpp).
   void AddMenuBar();
   void AddToolbar();

@@ -22,6 +22,8 @@ void AolClient::ShowTransfer(Hwnd& window, Hwnd parent, const std::string& cls,
   window = host_.Create(parent, cls, title);
   host_.Create(window, "_AOL_Static", now);
   host_.Create(window, "_AOL_Static", left);
+  // A new transfer's window comes in front of its kind.
+  host_.Raise(window);
 }
 
 void AolClient::Download(const std::string& name, int percent, int minutes) {
@@ -46,6 +48,25 @@ void AolClient::EndUpload() {
   upload_ = 0;
 }
 
+std::string AolClient::UploadShowing() {
+  if (!host_.Exists(upload_)) return "none";
+  if (!host_.Shown(upload_)) return "hidden";
+  return host_.Minimized(upload_) ? "minimized" : "normal";
+}
+
+void AolClient::StartQueued(int* queued, const std::string& started) {
+  if (*queued <= 0) return;
+  const std::string files =
+      std::to_string(*queued) + (*queued == 1 ? " file" : " files");
+  *queued = 0;
+  Event(started);
+  if (queued == &queued_uploads) {
+    Upload(files, 0, 0);
+  } else {
+    Download(files, 0, 0);
+  }
+}
+
 void AolClient::OpenTransferList(const std::string& title, int* queued,
                                  int start_icon, const std::string& started) {
   if (!host_.Exists(mdi_)) return;
@@ -65,9 +86,7 @@ void AolClient::OpenTransferList(const std::string& title, int* queued,
     AddIcon(
         list, "",
         i != start_icon ? std::function<void()>() : [this, queued, started] {
-          if (*queued <= 0) return;
-          *queued = 0;
-          Event(started);
+          StartQueued(queued, started);
         });
   }
   host_.Raise(list);

@@ -63,7 +63,8 @@ void SimWindowHost::After(int ms, std::function<void()> work) {
     std::erase(pending_, self);
     if (due) due();
   });
-  loop_.SetTimer(p->timer, ms, true);
+  // At once means on the loop's next beat, as on Windows.
+  loop_.SetTimer(p->timer, std::max(ms, 1), true);
   pending_.push_back(std::move(p));
 }
 

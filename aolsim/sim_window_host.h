@@ -41,6 +41,7 @@ class SimWindowHost : public WindowHost, private sim::SimWindows::Thread {
   std::int64_t HungForMs() { return StoppedForMs(); }
   void Raise(Hwnd h) override;
   bool Shown(Hwnd h) override { return windows_.Shown(h); }
+  bool Minimized(Hwnd h) override { return windows_.IsIconic(h); }
   std::int64_t NowMs() override { return loop_.clock().NowMs(); }
   LocalTime LocalNow() override { return loop_.clock().LocalNow(); }
   Point Pointer() override;

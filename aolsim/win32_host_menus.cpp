@@ -28,6 +28,10 @@ bool Win32WindowHost::Shown(Hwnd h) {
          (GetWindowLongA(ToHwnd(h), GWL_STYLE) & WS_VISIBLE) == WS_VISIBLE;
 }
 
+bool Win32WindowHost::Minimized(Hwnd h) {
+  return Find(h) && IsIconic(ToHwnd(h));
+}
+
 std::int64_t Win32WindowHost::NowMs() {
   return static_cast<std::int64_t>(GetTickCount64());
 }

@@ -31,6 +31,7 @@ class Win32WindowHost : public WindowHost {
   void Hang(int ms) override;
   void Raise(Hwnd h) override;
   bool Shown(Hwnd h) override;
+  bool Minimized(Hwnd h) override;
   std::int64_t NowMs() override;
   // The machine's local time, or the simulated system's once SetClock set
   // it.

@@ -54,6 +54,9 @@ class WindowHost {
   virtual void Raise(Hwnd h) = 0;
   // Whether the window itself is shown, whatever its parents are.
   virtual bool Shown(Hwnd h) = 0;
+  // Whether it is minimized; a hidden window keeps the state it will show
+  // in.
+  virtual bool Minimized(Hwnd h) = 0;
   // The shared clock (milliseconds) and the simulated system's local time.
   virtual std::int64_t NowMs() = 0;
   virtual LocalTime LocalNow() = 0;

@@ -32,41 +32,52 @@ bool ParseSeconds(const std::string& text, double& seconds) {
   return end && *end == '\0';
 }
 
+// A count of things: digits only, short enough to be one.
+bool TakeCount(const std::string& word, int& n) {
+  if (word.empty() || word.size() > 9 ||
+      word.find_first_not_of("0123456789") != std::string::npos) {
+    return false;
+  }
+  n = std::atoi(word.c_str());
+  return true;
+}
+
 // "NAME PERCENT MINUTES" of download and upload: NAME is all before the last
 // two words, blanks and all, and not empty; the numbers are digits only, and
 // short enough to be counts.
 bool TakeTransfer(const std::string& rest, std::string& name, int& percent,
                   int& minutes) {
-  auto count = [](const std::string& word, int& n) {
-    if (word.empty() || word.size() > 9 ||
-        word.find_first_not_of("0123456789") != std::string::npos) {
-      return false;
-    }
-    n = std::atoi(word.c_str());
-    return true;
-  };
   auto last = rest.rfind(' ');
   if (last == std::string::npos || last == 0) return false;
   auto middle = rest.rfind(' ', last - 1);
   if (middle == std::string::npos || middle == 0) return false;
   name = rest.substr(0, middle);
-  return count(rest.substr(middle + 1, last - middle - 1), percent) &&
-         count(rest.substr(last + 1), minutes);
+  return TakeCount(rest.substr(middle + 1, last - middle - 1), percent) &&
+         TakeCount(rest.substr(last + 1), minutes);
 }
+
+// "uploads N" or "downloads N" of queue: which list, and how many.
+bool TakeQueue(const std::string& rest, bool& uploads, int& n) {
+  std::string count;
+  if (Take(rest, "uploads", count)) {
+    uploads = true;
+  } else if (Take(rest, "downloads", count)) {
+    uploads = false;
+  } else {
+    return false;
+  }
+  return TakeCount(count, n);
+}
+
+// The longest a sign-on can be made to take: what the client's timers hold.
+constexpr double kMaxSignOnSeconds = 2000000;
 
 // "X Y" of pointer: two counts of pixels.
 bool TakePoint(const std::string& rest, int& x, int& y) {
   auto blank = rest.find(' ');
   if (blank == std::string::npos) return false;
-  auto count = [](const std::string& word, int& n) {
-    if (word.empty() || word.size() > 9 ||
-        word.find_first_not_of("0123456789") != std::string::npos) {
-      return false;
-    }
-    n = std::atoi(word.c_str());
-    return true;
-  };
-  return count(rest.substr(0, blank), x) && count(rest.substr(blank + 1), y);
+  return TakeCount(rest.substr(0, blank), x) &&
+         TakeCount(rest.substr(blank + 1), y);
 }
 
 // "MOMENT FAULT" of `at`: reply or popup; hang SECONDS, close client,
@@ -134,8 +145,18 @@ ScriptCommand ParseScriptLine(const std::string& utf8_line) {
     c.kind = TakeTransfer(rest, name, percent, minutes)
                  ? ScriptCommand::Kind::kClient
                  : ScriptCommand::Kind::kNotUnderstood;
-  } else if (line == "end download" || line == "end upload") {
+  } else if (line == "end download" || line == "end upload" ||
+             line == "disconnect") {
     c.kind = ScriptCommand::Kind::kClient;
+  } else if (Take(line, "signon-delay", rest)) {
+    c.kind = ParseSeconds(rest, c.seconds)
+                 ? ScriptCommand::Kind::kClient
+                 : ScriptCommand::Kind::kNotUnderstood;
+  } else if (Take(line, "queue", rest)) {
+    bool uploads = false;
+    int n = 0;
+    c.kind = TakeQueue(rest, uploads, n) ? ScriptCommand::Kind::kClient
+                                         : ScriptCommand::Kind::kNotUnderstood;
   } else if (Take(line, "aim", rest)) {
     c.kind = !rest.empty() && rest.find(' ') == std::string::npos
                  ? ScriptCommand::Kind::kDesktop
@@ -248,6 +269,8 @@ bool ShowOfClient(aolsim::AolClient& client, const std::string& object,
     value = client.Showing(client.frame());
   } else if (object == "glyph") {
     value = client.Showing(client.glyph()) == "none" ? "gone" : "there";
+  } else if (object == "upload") {
+    value = client.UploadShowing();
   } else {
     return false;
   }
@@ -322,6 +345,20 @@ void PlayOnClient(aolsim::AolClient& client, const ScriptCommand& command) {
     client.EndDownload();
   } else if (line == "end upload") {
     client.EndUpload();
+  } else if (line == "disconnect") {
+    client.SignOff();  // the connection is gone: at once, as by the menu
+  } else if (Take(line, "signon-delay", rest)) {
+    double seconds = 0;
+    if (ParseSeconds(rest, seconds)) {
+      client.signon_delay_ms =
+          static_cast<int>(std::min(seconds, kMaxSignOnSeconds) * 1000.0 + 0.5);
+    }
+  } else if (Take(line, "queue", rest)) {
+    bool uploads = false;
+    int n = 0;
+    if (TakeQueue(rest, uploads, n)) {
+      (uploads ? client.queued_uploads : client.queued_downloads) = n;
+    }
   } else if (line == "close client") {
     client.Quit();
   } else if (line == "open client") {

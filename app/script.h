@@ -41,7 +41,7 @@ inline constexpr double kMaxHangSeconds = 3600;
 ScriptCommand ParseScriptLine(const std::string& utf8_line);
 
 // What `show` tells of the client: input, room, windows, ims, ghosting,
-// welcome, client, glyph; false for anything else.
+// welcome, client, glyph, upload; false for anything else.
 bool ShowOfClient(aolsim::AolClient& client, const std::string& object,
                   std::string& value);
 // What `show` tells of the desktop: pointer; false for anything else.
@@ -49,7 +49,8 @@ bool ShowOfDesktop(aolsim::Desktop& desktop, const std::string& object,
                    std::string& value);
 
 // Plays a kClient command on the client: say, type, typeahead, other, the
-// client's windows opening and closing, and the faults armed by `at`.
+// client's windows opening and closing, its connection and its queues, and
+// the faults armed by `at`.
 void PlayOnClient(aolsim::AolClient& client, const ScriptCommand& command);
 // Plays a kDesktop command: aim NAME, aim off, pointer X Y.
 void PlayOnDesktop(aolsim::Desktop& desktop, const ScriptCommand& command);

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "answering/answering_machine.h"
 #include "config/settings.h"
 #include "config/style_window.h"
 #include "host/ghosting.h"
@@ -12,17 +13,18 @@
 #include "idle/idle_session.h"
 #include "idle/idle_tick.h"
 #include "interpreter/client_commands.h"
+#include "reconnect/disconnect_watch.h"
 #include "shell/program.h"
 #include "shell/start_exit.h"
 #include "transfers/transfer_monitors.h"
+#include "transfers/upchat.h"
 
 namespace v2 {
 namespace {
 
 using Member = MenuItem Form2::*;
 
-// Every item of Form2 with its name. Some are not in the popup yet; their
-// marks are still read at start and shown.
+// Every item of Form2 with its name, in the popup's order.
 const std::pair<const char*, Member> kItems[] = {
     {"menu", &Form2::menu},
     {"blahblah", &Form2::blahblah},
@@ -52,16 +54,28 @@ const std::pair<const char*, Member> kItems[] = {
     {"after", &Form2::after},
     {"imson", &Form2::imson},
     {"ghostingoff", &Form2::ghostingoff},
+    {"dcp", &Form2::dcp},
     {"reconaol", &Form2::reconaol},
+    {"sep9", &Form2::sep9},
     {"enterpr", &Form2::enterpr},
     {"enterjap", &Form2::enterjap},
+    {"sep10", &Form2::sep10},
+    {"buildroom", &Form2::buildroom},
+    {"sep11", &Form2::sep11},
     {"continueul", &Form2::continueul},
     {"continuedl", &Form2::continuedl},
+    {"sep12", &Form2::sep12},
+    {"onrecon", &Form2::onrecon},
     {"imzoff", &Form2::imzoff},
     {"ghoztingon", &Form2::ghoztingon},
+    {"sep13", &Form2::sep13},
     {"hidebuddy", &Form2::hidebuddy},
     {"buildtran", &Form2::buildtran},
     {"autoup", &Form2::autoup},
+    {"sep14", &Form2::sep14},
+    {"upchat", &Form2::upchat},
+    {"unupchat", &Form2::unupchat},
+    {"sep15", &Form2::sep15},
     {"chatsendstatus", &Form2::chatsendstatus},
     {"custom", &Form2::custom},
     {"user", &Form2::user},
@@ -82,7 +96,9 @@ const std::pair<const char*, Member> kItems[] = {
     {"cchat_off", &Form2::cchat_off},
     {"sep24", &Form2::sep24},
     {"viewcmds", &Form2::viewcmds},
+    {"sep25", &Form2::sep25},
     {"immachine", &Form2::immachine},
+    {"buildafk", &Form2::buildafk},
     {"eliminate", &Form2::eliminate},
     {"hidewelc", &Form2::hidewelc},
     {"showelc", &Form2::showelc},
@@ -145,6 +161,27 @@ void ToggleClick(Program& prog, MenuItem& item, const std::string& key) {
   SaveSetting(prog.platform, key, item.Checked ? "true" : "false");
 }
 
+void ToggleTimerClick(Program& prog, MenuItem& item, Timer& timer,
+                      const std::string& key) {
+  item.Checked = !item.Checked;
+  timer.SetEnabled(item.Checked);
+  SaveSetting(prog.platform, key, item.Checked ? "true" : "false");
+}
+
+void ExclusiveClick(Program& prog, MenuItem& item, const std::string& key,
+                    MenuItem& other, const std::string& other_key) {
+  Platform& p = prog.platform;
+  if (item.Checked) {
+    item.Checked = false;
+    SaveSetting(p, key, "false");
+    return;
+  }
+  item.Checked = true;
+  other.Checked = false;
+  SaveSetting(p, key, "true");
+  SaveSetting(p, other_key, "false");
+}
+
 void ValueBoxClick(Program& prog, const std::string& prompt,
                    const std::string& key, const std::string& preset,
                    TextBox& box, const std::function<void()>& after) {
@@ -172,9 +209,10 @@ void BuildMenuTree(Program& prog) {
 
   auto caption = [](MenuItem& item, const char* text) { item.Caption = text; };
   for (MenuItem* sep :
-       {&f.sep41, &f.sep0, &f.sep8, &f.sep42, &f.sep1, &f.sep2, &f.sep3,
-        &f.sep4, &f.sep43, &f.sep21, &f.sep22, &f.sep26, &f.sep24, &f.sep18,
-        &f.sep19, &f.sep20, &f.sep16, &f.sep17}) {
+       {&f.sep41, &f.sep0,  &f.sep8,  &f.sep42, &f.sep1,  &f.sep2,  &f.sep3,
+        &f.sep4,  &f.sep43, &f.sep9,  &f.sep10, &f.sep11, &f.sep12, &f.sep13,
+        &f.sep14, &f.sep15, &f.sep21, &f.sep22, &f.sep26, &f.sep24, &f.sep25,
+        &f.sep18, &f.sep19, &f.sep20, &f.sep16, &f.sep17}) {
     sep->Caption = std::string(1, '-');
   }
   caption(f.menu, "menu");
@@ -196,16 +234,21 @@ void BuildMenuTree(Program& prog) {
   caption(f.after, "after activation");
   caption(f.imson, "inst msg's = on");
   caption(f.ghostingoff, "ghosting = off");
+  caption(f.dcp, "disc. protection");
   caption(f.reconaol, "reconnect aol");
   caption(f.enterpr, "enter private room");
   caption(f.enterjap, "enter japan room");
+  caption(f.buildroom, "build room name");
   caption(f.continueul, "continue uploads");
   caption(f.continuedl, "continue downloads");
+  caption(f.onrecon, "on reconnection");
   caption(f.imzoff, "inst msg's = off");
   caption(f.ghoztingon, "ghosting = on");
   caption(f.hidebuddy, "hide buddy list");
   caption(f.buildtran, "file transfer opts ");
   caption(f.autoup, "activate auto-upchat");
+  caption(f.upchat, "activate upchat");
+  caption(f.unupchat, "deactivate upchat");
   caption(f.chatsendstatus, "chatsend status");
   caption(f.custom, "custom options");
   caption(f.brag, "brag stats");
@@ -222,6 +265,7 @@ void BuildMenuTree(Program& prog) {
   caption(f.cchat_off, "deactivate");
   caption(f.viewcmds, "view cmds");
   caption(f.immachine, "away answer");
+  caption(f.buildafk, "build afk msg");
   caption(f.eliminate, "eliminate options");
   caption(f.hidewelc, "hide welc");
   caption(f.showelc, "show welc");
@@ -233,9 +277,9 @@ void BuildMenuTree(Program& prog) {
   caption(f.signoff, "signoff aol");
   caption(f.exit, "exit vantrel\xB2");
 
-  f.menu.Items = {&f.blahblah,  &f.sep41,  &f.sep0,  &f.idleconfigure,
-                  &f.buildtran, &f.custom, &f.cchat, &f.eliminate,
-                  &f.sep16,     &f.sep17,  &f.exit};
+  f.menu.Items = {&f.blahblah,  &f.sep41,     &f.sep0,   &f.idleconfigure,
+                  &f.dcp,       &f.buildtran, &f.custom, &f.cchat,
+                  &f.eliminate, &f.sep16,     &f.sep17,  &f.exit};
   f.idleconfigure.Items = {&f.idleon,    &f.idleoff,   &f.sep8,   &f.sep42,
                            &f.complex,   &f.sep1,      &f.reason, &f.sep2,
                            &f.randomize, &f.buildreas, &f.sep3,   &f.interval,
@@ -243,13 +287,19 @@ void BuildMenuTree(Program& prog) {
   f.complex.Items = {&f.chatsendtime, &f.chatsendreasons, &f.chatsendtrans};
   f.before.Items = {&f.imsoff, &f.ghostingon};
   f.after.Items = {&f.imson, &f.ghostingoff};
-  f.buildtran.Items = {&f.chatsendstatus};
+  f.dcp.Items = {&f.reconaol,   &f.sep9,      &f.enterpr, &f.enterjap,
+                 &f.sep10,      &f.buildroom, &f.sep11,   &f.continueul,
+                 &f.continuedl, &f.sep12,     &f.onrecon};
+  f.onrecon.Items = {&f.imzoff, &f.ghoztingon, &f.sep13, &f.hidebuddy};
+  f.buildtran.Items = {&f.autoup,   &f.sep14, &f.upchat,
+                       &f.unupchat, &f.sep15, &f.chatsendstatus};
   f.custom.Items = {&f.user,        &f.brag,  &f.sep21,
                     &f.buildcustom, &f.sep22, &f.instmsgs,
                     &f.ghosting,    &f.sep26, &f.roomenter};
   f.instmsgs.Items = {&f.imon, &f.imoff};
   f.ghosting.Items = {&f.ghoston, &f.ghostoff};
-  f.cchat.Items = {&f.cchat_on, &f.cchat_off, &f.sep24, &f.viewcmds};
+  f.cchat.Items = {&f.cchat_on, &f.cchat_off, &f.sep24,   &f.viewcmds,
+                   &f.sep25,    &f.immachine, &f.buildafk};
   f.eliminate.Items = {&f.hidewelc, &f.showelc, &f.sep18,  &f.glyph,
                        &f.clock,    &f.modal,   &f.sep19,  &f.hideaol,
                        &f.showaol,  &f.sep20,   &f.signoff};
@@ -267,6 +317,20 @@ void BuildMenuTree(Program& prog) {
   toggle(f.ghostingon, "ghosting on");
   toggle(f.imson, "ims on");
   toggle(f.ghostingoff, "ghosting off");
+  toggle(f.imzoff, "dcp ims");
+  toggle(f.ghoztingon, "dcp ghost");
+  toggle(f.hidebuddy, "dcp buddy");
+  f.reconaol.Click = [pp] { reconaol_Click(*pp); };
+  f.enterpr.Click = [pp] { enterpr_Click(*pp); };
+  f.enterjap.Click = [pp] { enterjap_Click(*pp); };
+  f.buildroom.Click = [pp] { buildroom_Click(*pp); };
+  f.continueul.Click = [pp] { continueul_Click(*pp); };
+  f.continuedl.Click = [pp] { continuedl_Click(*pp); };
+  f.autoup.Click = [pp] { autoup_Click(*pp); };
+  f.upchat.Click = [p] { UpChat(*p); };
+  f.unupchat.Click = [p] { UnUpChat(*p); };
+  f.immachine.Click = [pp] { immachine_Click(*pp); };
+  f.buildafk.Click = [pp] { buildafk_Click(*pp); };
   f.idleon.Click = [pp] { idleon_Click(*pp); };
   f.idleoff.Click = [pp] { idleoff_Click(*pp); };
   f.reason.Click = [pp] {

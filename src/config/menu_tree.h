@@ -10,6 +10,7 @@ namespace v2 {
 class Program;
 struct MenuItem;
 struct TextBox;
+class Timer;
 
 // Names, captions, start marks, the tree and every item's Click.
 void BuildMenuTree(Program& prog);
@@ -19,6 +20,17 @@ void ForEachMenuItem(Program& prog, const std::function<void(MenuItem&)>& f);
 
 // A plain toggle: flips the mark and stores "true" or "false" under key.
 void ToggleClick(Program& prog, MenuItem& item, const std::string& key);
+
+// A toggle with its timer: as the plain toggle, with the timer stopped or
+// started to match between the mark and the store.
+void ToggleTimerClick(Program& prog, MenuItem& item, Timer& timer,
+                      const std::string& key);
+
+// One of an exclusive pair: a checked item is unchecked (the other stays
+// as it is, so both may be off); an unchecked one is checked and the other
+// unchecked, and both keys are stored, the clicked item's first.
+void ExclusiveClick(Program& prog, MenuItem& item, const std::string& key,
+                    MenuItem& other, const std::string& other_key);
 
 // A value box: asks for the value under key (offering what is stored, or
 // preset), puts the answer into box (an empty answer or a cancel keeps the

@@ -7,8 +7,6 @@
 
 namespace v2 {
 
-inline constexpr int kSwShowNormal = 1;
-
 class ShellService {
  public:
   virtual ~ShellService() = default;

@@ -40,6 +40,16 @@ inline constexpr Hwnd kHwndNoTopmost = 0xFFFFFFFE;  // -2
 inline constexpr std::uint32_t kSwpNoSize = 1;
 inline constexpr std::uint32_t kSwpNoMove = 2;
 inline constexpr std::uint32_t kSwpNoZOrder = 4;
+// ShowWindow's commands.
+inline constexpr int kSwHide = 0;
+inline constexpr int kSwShowNormal = 1;
+inline constexpr int kSwShowMinimized = 2;
+inline constexpr int kSwMaximize = 3;
+inline constexpr int kSwShow = 5;
+inline constexpr int kSwMinimize = 6;
+inline constexpr int kSwShowMinNoActive = 7;
+inline constexpr int kSwRestore = 9;
+
 // GetMenuStringA: the item by its position rather than its command number.
 inline constexpr std::uint32_t kMfByPosition = 0x400;
 

@@ -1,6 +1,7 @@
 #pragma once
 // Window services: the only way the program sees or touches another program's
 // windows. Text is Windows-1252 bytes, exactly what the A functions pass.
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -67,6 +68,22 @@ class WindowServices {
   // the control supports it; nullopt where it does not (callers then fall back
   // to WM_GETTEXT).
   virtual std::optional<std::string> GetTextRange(Hwnd h, int from, int to) = 0;
+
+  // Calls changed whenever any window may have changed in a way that a
+  // lookup or a read could see: made or destroyed, shown or hidden, its
+  // text set, moved in the stacking order. False where the platform cannot
+  // tell of every such change; whoever waits for one then keeps looking.
+  virtual bool WatchChanges(std::function<void()> changed) {
+    (void)changed;
+    return false;
+  }
+  // Calls made whenever a window is created, by any program: the one change
+  // that every platform tells of, also of another process's windows. False
+  // where the platform cannot tell.
+  virtual bool WatchCreations(std::function<void()> made) {
+    (void)made;
+    return false;
+  }
 };
 
 // A window's text through WM_GETTEXTLENGTH and WM_GETTEXT; "" for none,
@@ -77,8 +94,5 @@ std::string SendGetText(WindowServices& w, Hwnd h);
 // At most the first max_chars characters of it, by one WM_GETTEXT.
 std::optional<std::string> ReadTextHead(WindowServices& w, Hwnd h,
                                         int max_chars);
-
-inline constexpr int kSwHide = 0;
-inline constexpr int kSwShow = 5;
 
 }  // namespace v2

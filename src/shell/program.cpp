@@ -1,5 +1,6 @@
 #include "shell/program.h"
 
+#include "answering/answering_machine.h"
 #include "config/menu_tree.h"
 #include "config/settings.h"
 #include "config/style_window.h"
@@ -7,7 +8,9 @@
 #include "idle/idle_tick.h"
 #include "interpreter/chat_event.h"
 #include "player/play_modes.h"
+#include "reconnect/disconnect_watch.h"
 #include "shell/start_exit.h"
+#include "transfers/upchat.h"
 
 namespace v2 {
 
@@ -44,7 +47,10 @@ Form2::Form2(EventLoop& loop)
 }
 
 Program::Program(Platform& platform_in)
-    : platform(platform_in), form1(platform_in), form2(platform_in.loop) {
+    : platform(platform_in),
+      form1(platform_in),
+      form2(platform_in.loop),
+      watch(platform_in) {
   BuildMenuTree(*this);
   form1.Chat1.OnChatMsg(
       [this](const std::string& name, const std::string& said) {
@@ -56,6 +62,10 @@ Program::Program(Platform& platform_in)
       });
   form1.Timer1.OnTimer([this] { Timer1_Timer(*this); });
   form1.Timer2.OnTimer([this] { Timer2_Timer(*this); });
+  form2.Timer2.OnTimer([this] { Form2_Timer2_Timer(*this); });
+  form2.Timer4.OnTimer([this] { Timer4_Timer(*this); });
+  form2.Timer5.OnTimer([this] { Timer5_Timer(*this); });
+  form2.Timer6.OnTimer([this] { Timer6_Timer(*this); });
   // What the control reads can change with a call: the end-of-track test
   // looks again.
   platform.media().OnChange([this] { form1.Timer2.Wake(); });
@@ -92,6 +102,9 @@ Program::Program(Platform& platform_in)
     return std::to_string(form1.ReasonIndex);
   };
   controls_["Form1.ReasonText"] = [this] { return form1.ReasonText; };
+  controls_["Form2.UpChatAnnounced"] = [this] {
+    return std::to_string(form2.UpChatAnnounced ? kVbTrue : kVbFalse);
+  };
   const std::pair<const char*, const Timer*> timers[] = {
       {"Form1.Timer1", &form1.Timer1}, {"Form1.Timer2", &form1.Timer2},
       {"Form2.Timer2", &form2.Timer2}, {"Form2.Timer3", &form2.Timer3},

@@ -6,6 +6,7 @@
 #include <map>
 #include <string>
 
+#include "host/window_watch.h"
 #include "idle/reason_list.h"
 #include "platform/chat_scanner.h"
 #include "platform/controls.h"
@@ -57,6 +58,11 @@ struct Form2 {
   TextBox Text1, Text2, Text3, Text4, Text5, Text6;
   Label Label1{TextControl("0")};
   Timer Timer2, Timer3, Timer4, Timer5, Timer6;
+  // Auto-upchat: the upload now under way has been hidden and announced.
+  bool UpChatAnnounced = false;
+  // The reconnection's sequence has run; Timer5 begins nothing more until
+  // the watch's next tick stops it.
+  bool Reconnected = false;
   MenuItem chatsendtime, chatsendtrans, chatsendreasons, randomize, interval,
       imsoff, ghostingon, imson, ghostingoff, autoup, immachine, cchat_on,
       cchat_off, reconaol, enterpr, enterjap, continueul, continuedl, imzoff,
@@ -69,6 +75,8 @@ struct Form2 {
       cchat, sep16, sep17, exit;
   MenuItem sep24, viewcmds, eliminate, hidewelc, showelc, sep18, glyph, clock,
       modal, sep19, hideaol, showaol, sep20, signoff;
+  MenuItem dcp, sep9, sep10, buildroom, sep11, sep12, onrecon, sep13, sep14,
+      upchat, unupchat, sep15, sep25, buildafk;
   // Every item by its name.
   MenuItem* Item(const std::string& name);
 };
@@ -172,6 +180,8 @@ class Program {
   Form3 form3;
   Form4 form4;
   Form5 form5;
+  // The timers that only read the client's windows sleep through it.
+  WindowWatch watch;
 
  private:
   void AddPlayerControls();

@@ -42,21 +42,29 @@ Hwnd FindDownload(Platform& p) {
   return found;
 }
 
+ModalLook LookForUpload(Platform& p, Hwnd* upload) {
+  Hwnd modal = FirstModal(p);
+  if (modal == 0) return ModalLook::kNone;
+  if (InStr(1, GetCaption(p, modal), kTransferTitle) == 0) {
+    return ModalLook::kOther;
+  }
+  Hwnd label = p.windows.FindWindowExA(modal, 0, "_AOL_Static", nullptr);
+  if (label == 0 || InStr(1, GetText(p, label), "Now Uploading ") == 0) {
+    return ModalLook::kOther;
+  }
+  if (upload) *upload = modal;
+  return ModalLook::kUpload;
+}
+
 Hwnd FindUpload(Platform& p) {
   Hwnd upload = 0;
   WaitForHost(
       p,
       [&] {
         PumpEvents(p);
-        Hwnd modal = FirstModal(p);
-        if (modal == 0) return true;  // no modal at all: no upload
-        if (InStr(1, GetCaption(p, modal), kTransferTitle) == 0) return false;
-        Hwnd label = p.windows.FindWindowExA(modal, 0, "_AOL_Static", nullptr);
-        if (label == 0 || InStr(1, GetText(p, label), "Now Uploading ") == 0) {
-          return false;
-        }
-        upload = modal;
-        return true;
+        // Another box in front: looked at again until it goes or becomes
+        // the upload's.
+        return LookForUpload(p, &upload) != ModalLook::kOther;
       },
       kUploadWaitBoundSeconds);
   return upload;

@@ -25,6 +25,12 @@ Hwnd FindDownload(Platform& p);
 // The top-level _AOL_Modal while it is the upload's, or 0 (see the bound).
 Hwnd FindUpload(Platform& p);
 
+// One look at the first top-level _AOL_Modal, without waiting: there is
+// none, it is the upload's (its handle in upload), or it is a box of
+// another kind, behind which an upload may stand unseen.
+enum class ModalLook { kNone, kUpload, kOther };
+ModalLook LookForUpload(Platform& p, Hwnd* upload = nullptr);
+
 // The download's values; with no download window "none", "", "n/a".
 std::string DownloadName(Platform& p);
 std::string DownloadPercent(Platform& p);

@@ -5,8 +5,10 @@
 
 #include "aolsim/desktop.h"
 #include "aolsim/menu_keys.h"
+#include "app/script.h"
 #include "host/host_windows.h"
 #include "tests/unit/world.h"
+#include "transfers/transfer_monitors.h"
 
 namespace v2 {
 namespace {
@@ -221,6 +223,85 @@ TEST(ClientMenus, TheTransferListsCountAndStartWhatWaits) {
       (std::vector<std::string>{
           "[client menu] Upload Queue", "[client] uploads started",
           "[client menu] Download Manager", "[client] downloads started"}));
+}
+
+Hwnd FirstChildWindow(Client& w) {
+  return w.windows.FindWindowExA(FindMdiClient(w.platform), 0, "AOL Child",
+                                 nullptr);
+}
+
+// What a script does to the client for the unattended guards: a lost
+// connection, a slower sign-on, waiting transfers and the upload's window.
+TEST(ClientScript, ConnectionQueuesAndTheUploadWindow) {
+  Client w;
+  Platform& p = w.platform;
+  using Kind = ScriptCommand::Kind;
+  auto play = [&](const std::string& line) {
+    ScriptCommand c = ParseScriptLine(line);
+    if (c.kind == Kind::kClient) PlayOnClient(w.client, c);
+    return c.kind;
+  };
+  auto show_upload = [&] {
+    std::string value;
+    EXPECT_TRUE(ShowOfClient(w.client, "upload", value));
+    return value;
+  };
+  for (const char* refused :
+       {"disconnect now", "signon-delay", "signon-delay -1", "signon-delay x",
+        "queue", "queue uploads", "queue uploads -2", "queue uploads 2x",
+        "queue files 2", "queue uploads 1234567890", "queue  uploads 2"}) {
+    EXPECT_EQ(play(refused), Kind::kNotUnderstood) << refused;
+  }
+
+  EXPECT_EQ(play("signon-delay 2.5"), Kind::kClient);
+  EXPECT_EQ(w.client.signon_delay_ms, 2500);
+  EXPECT_EQ(play("disconnect"), Kind::kClient);
+  EXPECT_FALSE(w.client.SignedOn());
+  EXPECT_EQ(w.events, std::vector<std::string>{"[signed off]"});
+  ClickIcon(p, NthChild(p, w.client.signon_window(), "_AOL_Icon", 4));
+  w.loop.RunFor(2400);
+  EXPECT_FALSE(w.client.SignedOn());
+  w.loop.RunFor(200);
+  EXPECT_TRUE(w.client.SignedOn());
+
+  EXPECT_EQ(play("queue uploads 2"), Kind::kClient);
+  EXPECT_EQ(play("queue downloads 7"), Kind::kClient);
+  EXPECT_EQ(w.client.queued_uploads, 2);
+  EXPECT_EQ(w.client.queued_downloads, 7);
+
+  // The upload's window: shown, hidden, minimized, restored.
+  EXPECT_EQ(show_upload(), "none");
+  play("upload a.zip 1 2");
+  EXPECT_EQ(show_upload(), "normal");
+  w.windows.ShowWindow(w.client.upload(), kSwHide);
+  EXPECT_EQ(show_upload(), "hidden");
+  w.windows.ShowWindow(w.client.upload(), kSwMinimize);
+  EXPECT_EQ(show_upload(), "minimized");
+  w.windows.ShowWindow(w.client.upload(), kSwRestore);
+  EXPECT_EQ(show_upload(), "normal");
+  play("end upload");
+  EXPECT_EQ(show_upload(), "none");
+}
+
+TEST(ClientScript, StartedTransfersShowTheirWindowInFront) {
+  Client w;
+  Platform& p = w.platform;
+  // A box already open: the new upload comes in front of it.
+  w.client.MenuCommand(35);  // Time Online
+  ASSERT_NE(w.client.time_box(), 0u);
+  w.client.queued_uploads = 2;
+  w.client.MenuCommand(15);  // Upload Queue
+  ClickIcon(p, NthChild(p, FirstChildWindow(w), "_AOL_Icon", 4));
+  ASSERT_NE(w.client.upload(), 0u);
+  EXPECT_EQ(w.windows.FindWindowA("_AOL_Modal", nullptr), w.client.upload());
+  EXPECT_EQ(UploadNameOf(
+                GetText(p, NthChild(p, w.client.upload(), "_AOL_Static", 1))),
+            "2 files");
+  w.client.queued_downloads = 1;
+  w.client.MenuCommand(22);  // Download Manager
+  ClickIcon(p, NthChild(p, FirstChildWindow(w), "_AOL_Icon", 2));
+  EXPECT_EQ(FirstChildWindow(w), w.client.download());
+  EXPECT_EQ(DownloadName(p), "1 file");
 }
 
 TEST(Desktop, TheClocksTextAndThePointer) {

@@ -226,5 +226,57 @@ TEST(ProgramLife, MenuTogglesAndValueBoxesAreStored) {
   EXPECT_EQ(f.Text1.Text.Get(), "05");
 }
 
+TEST(ProgramLife, TheGuardsSwitchesAreStoredAndComeBackWithTheirTimers) {
+  Runs runs;
+  {
+    auto first = runs.Run();
+    first->Execute("menu reconaol");  // toggles with their timers
+    first->Execute("menu autoup");
+    first->Execute("menu immachine");
+    const Form2& f = first->program().form2;
+    EXPECT_FALSE(f.Timer4.Enabled());
+    EXPECT_FALSE(f.Timer2.Enabled());
+    EXPECT_TRUE(f.Timer6.Enabled());
+    first->Execute("menu enterjap");    // an exclusive pair: the mark moves
+    first->Execute("menu continueul");  // the checked one: both off now
+    first->Execute("menu imzoff");
+    first->Execute("menu hidebuddy");
+    first->Execute("answer-cancel");
+    first->Execute("menu buildroom");  // a cancel stores what was offered
+    first->Execute("answer ");
+    first->Execute("menu buildafk");  // so does an empty answer
+    EXPECT_EQ(f.Text6.Text.Get(), "im afk");
+    first->Execute("answer gone  fishing");
+    first->Execute("menu buildafk");
+  }
+  sim::SimUserStore store(runs.options.user_store);
+  auto get = [&](const char* key) {
+    return store.GetSetting("vantrel2", "settings", key, "-");
+  };
+  EXPECT_EQ(get("dcp aol"), "false");
+  EXPECT_EQ(get("autoup"), "false");
+  EXPECT_EQ(get("machine"), "true");
+  EXPECT_EQ(get("dcp jap"), "true");
+  EXPECT_EQ(get("dcp pr"), "false");
+  EXPECT_EQ(get("dcp ul"), "false");
+  EXPECT_EQ(get("dcp dl"), "-");  // the other key only when it is moved to
+  EXPECT_EQ(get("dcp ims"), "false");
+  EXPECT_EQ(get("dcp buddy"), "true");
+  EXPECT_EQ(get("dcp room"), "idle");
+  EXPECT_EQ(get("machine msg"), "gone  fishing");
+  auto second = runs.Run();
+  second->Start();
+  const Form2& f = second->program().form2;
+  EXPECT_FALSE(f.reconaol.Checked || f.Timer4.Enabled());
+  EXPECT_FALSE(f.autoup.Checked || f.Timer2.Enabled());
+  EXPECT_TRUE(f.immachine.Checked && f.Timer6.Enabled());
+  EXPECT_TRUE(f.enterjap.Checked);
+  EXPECT_FALSE(f.enterpr.Checked || f.continueul.Checked ||
+               f.continuedl.Checked || f.imzoff.Checked);
+  EXPECT_TRUE(f.hidebuddy.Checked);
+  EXPECT_EQ(f.Text4.Text.Get(), "idle");
+  EXPECT_EQ(f.Text6.Text.Get(), "gone  fishing");
+}
+
 }  // namespace
 }  // namespace v2

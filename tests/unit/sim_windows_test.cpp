@@ -148,6 +148,68 @@ TEST(SimWindows, MenusStackingOrderAndThePointer) {
   EXPECT_EQ(w.capture(), 0u);
 }
 
+TEST(SimWindows, ShowStatesAsWindowsKeepsThem) {
+  sim::SimWindows w;
+  Hwnd box = w.Create(0, "_AOL_Modal", "File Transfer - 5%");
+  EXPECT_FALSE(w.IsIconic(box));
+  // Hidden, then minimized: shown again, minimized.
+  w.ShowWindow(box, kSwHide);
+  EXPECT_FALSE(w.IsWindowVisible(box));
+  w.ShowWindow(box, kSwMinimize);
+  EXPECT_TRUE(w.IsWindowVisible(box));
+  EXPECT_TRUE(w.IsIconic(box));
+  // Hiding keeps the state it will show in; showing plainly keeps it too.
+  w.ShowWindow(box, kSwHide);
+  EXPECT_TRUE(w.IsIconic(box));
+  w.ShowWindow(box, kSwShow);
+  EXPECT_TRUE(w.IsIconic(box));
+  w.ShowWindow(box, kSwRestore);
+  EXPECT_TRUE(w.IsWindowVisible(box));
+  EXPECT_FALSE(w.IsIconic(box));
+  w.ShowWindow(box, kSwShowMinimized);
+  EXPECT_TRUE(w.IsIconic(box));
+  w.ShowWindow(box, kSwShowNormal);
+  EXPECT_FALSE(w.IsIconic(box));
+}
+
+TEST(SimWindows, EveryChangeALookupCouldSeeIsTold) {
+  sim::SimWindows w;
+  int told = 0;
+  ASSERT_TRUE(w.WatchChanges([&] { ++told; }));
+  auto changes = [&](const std::function<void()>& act) {
+    const int before = told;
+    act();
+    return told - before;
+  };
+  Hwnd a = 0, b = 0, label = 0;
+  EXPECT_GE(changes([&] { a = w.Create(0, "_AOL_Modal", "one"); }), 1);
+  EXPECT_GE(changes([&] { b = w.Create(0, "_AOL_Modal", "two"); }), 1);
+  EXPECT_GE(changes([&] { label = w.Create(a, "_AOL_Static", ""); }), 1);
+  EXPECT_GE(changes([&] {
+              w.SendMessageA(label, kWmSetText, 0,
+                             reinterpret_cast<LParam>("Now Uploading x"));
+            }),
+            1);
+  EXPECT_GE(changes([&] { w.SetText(a, "File Transfer - 1%"); }), 1);
+  EXPECT_GE(changes([&] { w.AppendText(label, "y"); }), 1);
+  EXPECT_GE(changes([&] { w.EraseFront(label, 1); }), 1);
+  EXPECT_GE(changes([&] { w.ShowWindow(a, kSwMinimize); }), 1);
+  EXPECT_GE(changes([&] {
+              w.SetWindowPos(b, 0, 0, 0, 0, 0, kSwpNoMove | kSwpNoSize);
+            }),
+            1);
+  EXPECT_EQ(w.FindWindowA("_AOL_Modal", nullptr), b);
+  EXPECT_GE(changes([&] { w.Destroy(b); }), 1);
+  // Reads and a show that changes nothing are no change.
+  EXPECT_EQ(changes([&] {
+              w.FindWindowA("_AOL_Modal", nullptr);
+              SendGetText(w, label);
+              w.IsWindowVisible(a);
+              w.ShowWindow(a, kSwShow);
+            }),
+            0);
+}
+
 }  // namespace
 }  // namespace v2
 

@@ -11,6 +11,7 @@
 #include "platform/win32/win32_loop.h"
 #include "platform/win32/win32_windows.h"
 #include "transfers/transfer_monitors.h"
+#include "transfers/upchat.h"
 
 namespace v2 {
 namespace {
@@ -101,6 +102,28 @@ TEST(AolHost, TransferWindowsByClassAndTitle) {
   client.Quit();
   EXPECT_FALSE(w.IsWindow(up));
   EXPECT_EQ(FindUpload(p), 0u);
+}
+
+TEST(AolHost, TheUploadWindowHiddenMinimizedAndBack) {
+  aolsim::Win32WindowHost host;
+  aolsim::AolClient client(host, "Bob");
+  client.Start();
+  win32::Win32Windows w;
+  win32::Win32Loop loop;
+  Platform p{w, loop};
+  EXPECT_EQ(client.UploadShowing(), "none");
+  UpChat(p);  // nothing to hide
+  client.Upload("Pic One.JPG", 7, 3);
+  EXPECT_EQ(client.UploadShowing(), "normal");
+  UpChat(p);
+  EXPECT_EQ(client.UploadShowing(), "minimized");
+  w.ShowWindow(client.upload(), kSwHide);
+  EXPECT_EQ(client.UploadShowing(), "hidden");
+  UnUpChat(p);
+  EXPECT_EQ(client.UploadShowing(), "normal");
+  client.EndUpload();
+  UnUpChat(p);
+  EXPECT_EQ(client.UploadShowing(), "none");
 }
 
 }  // namespace

@@ -171,5 +171,40 @@ TEST(Win32Windows, ASendToAHungClientComesBack) {
   CloseHandle(thread);
 }
 
+DWORD WINAPI MakeOneWindow(void* made) {
+  Sleep(100);
+  HWND h = MakeWindow("V2 Test Window", "made elsewhere");
+  *static_cast<HWND*>(made) = h;
+  MSG msg;
+  while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) DispatchMessageA(&msg);
+  Sleep(200);
+  DestroyWindow(h);
+  return 0;
+}
+
+TEST(Win32Windows, AWindowMadeByAnotherThreadIsTold) {
+  win32::Win32Windows w;
+  win32::Win32Loop loop;
+  int told = 0;  // the times it was told with that window there
+  ASSERT_TRUE(w.WatchCreations([&] {
+    if (::FindWindowA("V2 Test Window", "made elsewhere")) ++told;
+  }));
+  HWND made = nullptr;
+  HANDLE thread = CreateThread(nullptr, 0, MakeOneWindow, &made, 0, nullptr);
+  // Told on this thread while it takes its messages.
+  const DWORD start = GetTickCount();
+  while (told == 0 && GetTickCount() - start < 5000) {
+    loop.PumpEvents();
+    loop.WaitUntil(loop.clock().NowMs() + 50);
+  }
+  EXPECT_GE(told, 1);
+  WaitForSingleObject(thread, INFINITE);
+  EXPECT_NE(made, nullptr);
+  CloseHandle(thread);
+  // One hook to a process: a second watcher of another instance is refused.
+  win32::Win32Windows other;
+  EXPECT_FALSE(other.WatchCreations([] {}));
+}
+
 }  // namespace
 }  // namespace v2

@@ -51,6 +51,10 @@ Hwnd SimWindows::Create(Hwnd parent, std::string cls, std::string title,
   node.owner = owner;
   nodes_.emplace(h, std::move(node));
   (parent == 0 ? top_level_ : Find(parent)->children).push_back(h);
+  for (std::size_t i = 0; i < creation_watchers_.size(); ++i) {
+    creation_watchers_[i]();
+  }
+  Changed();
   return h;
 }
 
@@ -64,6 +68,21 @@ void SimWindows::Destroy(Hwnd h) {
   siblings.erase(std::remove(siblings.begin(), siblings.end(), h),
                  siblings.end());
   nodes_.erase(h);
+  Changed();
+}
+
+bool SimWindows::WatchChanges(std::function<void()> changed) {
+  watchers_.push_back(std::move(changed));
+  return true;
+}
+
+bool SimWindows::WatchCreations(std::function<void()> made) {
+  creation_watchers_.push_back(std::move(made));
+  return true;
+}
+
+void SimWindows::Changed() {
+  for (std::size_t i = 0; i < watchers_.size(); ++i) watchers_[i]();
 }
 
 LResult SimWindows::DefWindowProc(Hwnd h, std::uint32_t msg, WParam w,
@@ -73,6 +92,7 @@ LResult SimWindows::DefWindowProc(Hwnd h, std::uint32_t msg, WParam w,
   switch (msg) {
     case kWmSetText:
       n->text = l ? reinterpret_cast<const char*>(l) : "";
+      Changed();
       return 1;
     case kWmGetText: {
       if (w == 0 || l == 0) return 0;
@@ -108,15 +128,24 @@ std::string_view SimWindows::TextView(Hwnd h) const {
 }
 
 void SimWindows::SetText(Hwnd h, std::string text) {
-  if (Node* n = Find(h)) n->text = std::move(text);
+  Node* n = Find(h);
+  if (!n) return;
+  n->text = std::move(text);
+  Changed();
 }
 
 void SimWindows::AppendText(Hwnd h, std::string_view more) {
-  if (Node* n = Find(h)) n->text.append(more);
+  Node* n = Find(h);
+  if (!n) return;
+  n->text.append(more);
+  Changed();
 }
 
 void SimWindows::EraseFront(Hwnd h, std::size_t count) {
-  if (Node* n = Find(h)) n->text.erase(0, std::min(count, n->text.size()));
+  Node* n = Find(h);
+  if (!n) return;
+  n->text.erase(0, std::min(count, n->text.size()));
+  Changed();
 }
 
 std::vector<Hwnd> SimWindows::Children(Hwnd parent) const {
@@ -136,6 +165,11 @@ std::string SimWindows::ClassOf(Hwnd h) const {
 bool SimWindows::Shown(Hwnd h) const {
   const Node* n = Find(h);
   return n && n->visible;
+}
+
+bool SimWindows::IsIconic(Hwnd h) const {
+  const Node* n = Find(h);
+  return n && n->minimized;
 }
 
 bool SimWindows::DeliverPosted() {
@@ -249,8 +283,18 @@ bool SimWindows::IsWindowVisible(Hwnd h) {
 bool SimWindows::ShowWindow(Hwnd h, int cmd) {
   Node* n = Find(h);
   if (!n) return false;
-  bool was = n->visible;
+  const bool was = n->visible, was_minimized = n->minimized;
+  // Every command but hiding shows the window; some also minimize or
+  // restore it, the rest leave that as it was (so a window hidden and then
+  // minimized is shown minimized).
   n->visible = cmd != kSwHide;
+  if (cmd == kSwShowMinimized || cmd == kSwMinimize ||
+      cmd == kSwShowMinNoActive) {
+    n->minimized = true;
+  } else if (cmd == kSwShowNormal || cmd == kSwMaximize || cmd == kSwRestore) {
+    n->minimized = false;
+  }
+  if (n->visible != was || n->minimized != was_minimized) Changed();
   return was;
 }
 
@@ -280,6 +324,7 @@ bool SimWindows::SetWindowPos(Hwnd h, Hwnd after, int x, int y, int cx, int cy,
     n->placement.topmost = false;
     return true;
   }
+  Changed();
   if (after == kHwndTopmost) n->placement.topmost = true;
   std::erase(siblings, h);
   if (after == kTop || after == kHwndTopmost) {

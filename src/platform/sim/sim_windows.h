@@ -56,6 +56,9 @@ class SimWindows : public WindowServices {
   std::string ClassOf(Hwnd h) const;
   // Whether the window itself is shown, whatever its parents are.
   bool Shown(Hwnd h) const;
+  // Whether it is minimized (shown or hidden: a hidden window keeps the
+  // state it will be shown in).
+  bool IsIconic(Hwnd h) const;
 
   // Menus: a menu bar is a menu whose items open submenus.
   Hmenu CreateMenu();
@@ -91,6 +94,9 @@ class SimWindows : public WindowServices {
   bool ShowWindow(Hwnd h, int cmd) override;
   bool IsWindow(Hwnd h) override;
   std::optional<std::string> GetTextRange(Hwnd h, int from, int to) override;
+  // Every change of the tree goes through here, so every one is told.
+  bool WatchChanges(std::function<void()> changed) override;
+  bool WatchCreations(std::function<void()> made) override;
   bool SetWindowPos(Hwnd h, Hwnd after, int x, int y, int cx, int cy,
                     std::uint32_t flags) override;
   Hmenu GetMenu(Hwnd h) override;
@@ -116,6 +122,7 @@ class SimWindows : public WindowServices {
     std::string cls;
     std::string text;
     bool visible = true;
+    bool minimized = false;
     Handler handler;
     std::vector<Hwnd> children;
     Placement placement;
@@ -137,6 +144,7 @@ class SimWindows : public WindowServices {
   bool WaitForThread();
   const std::vector<Hwnd>& ChildList(Hwnd parent) const;
   const MenuEntry* FindItem(Hmenu menu, std::uint32_t id, int depth) const;
+  void Changed();
 
   std::unordered_map<Hwnd, Node> nodes_;
   std::vector<Hwnd> top_level_;
@@ -147,6 +155,8 @@ class SimWindows : public WindowServices {
   Point cursor_{kScreenWidth / 2, kScreenHeight / 2};
   Hwnd capture_ = 0;
   Thread* thread_ = nullptr;
+  std::vector<std::function<void()>> watchers_;
+  std::vector<std::function<void()>> creation_watchers_;
 };
 
 // ASCII case-insensitive equality, as the window manager compares classes.

@@ -26,7 +26,38 @@ Hmenu FromHmenu(HMENU m) {
   return static_cast<Hmenu>(reinterpret_cast<UINT_PTR>(m));
 }
 
+// The one instance whose hook is set: the system's callback carries no
+// pointer of ours.
+Win32Windows* hooked = nullptr;
+
+void CALLBACK OnWinEvent(HWINEVENTHOOK, DWORD, HWND, LONG object, LONG, DWORD,
+                         DWORD) {
+  if (object != OBJID_WINDOW || !hooked) return;
+  hooked->TellMade();
+}
+
 }  // namespace
+
+Win32Windows::~Win32Windows() {
+  if (hook_) UnhookWinEvent(static_cast<HWINEVENTHOOK>(hook_));
+  if (hooked == this) hooked = nullptr;
+}
+
+bool Win32Windows::WatchCreations(std::function<void()> made) {
+  if (!hook_) {
+    if (hooked) return false;  // another instance has the hook
+    hook_ = SetWinEventHook(EVENT_OBJECT_CREATE, EVENT_OBJECT_CREATE, nullptr,
+                            OnWinEvent, 0, 0, WINEVENT_OUTOFCONTEXT);
+    if (!hook_) return false;
+    hooked = this;
+  }
+  made_.push_back(std::move(made));
+  return true;
+}
+
+void Win32Windows::TellMade() {
+  for (std::size_t i = 0; i < made_.size(); ++i) made_[i]();
+}
 
 Hwnd Win32Windows::FindWindowA(const char* cls, const char* title) {
   return FromHwnd(::FindWindowA(cls, title));

@@ -1,11 +1,19 @@
 #pragma once
 // Window services over user32: the client's real windows.
+#include <functional>
+#include <vector>
+
 #include "platform/window_services.h"
 
 namespace v2::win32 {
 
 class Win32Windows : public WindowServices {
  public:
+  Win32Windows() = default;
+  Win32Windows(const Win32Windows&) = delete;
+  Win32Windows& operator=(const Win32Windows&) = delete;
+  ~Win32Windows() override;
+
   Hwnd FindWindowA(const char* cls, const char* title) override;
   Hwnd FindWindowExA(Hwnd parent, Hwnd after, const char* cls,
                      const char* title) override;
@@ -36,6 +44,17 @@ class Win32Windows : public WindowServices {
   std::optional<std::string> GetTextRange(Hwnd, int, int) override {
     return std::nullopt;
   }
+  // The system's own creation event (EVENT_OBJECT_CREATE), hooked out of
+  // context: told on this thread whenever it takes its messages, for the
+  // windows of every process. Windows and Wine tell creations across
+  // processes; Wine tells little else, so no more is watched.
+  bool WatchCreations(std::function<void()> made) override;
+  // Called by the hook.
+  void TellMade();
+
+ private:
+  void* hook_ = nullptr;  // the HWINEVENTHOOK, once one is watched
+  std::vector<std::function<void()>> made_;
 };
 
 }  // namespace v2::win32
