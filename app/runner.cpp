@@ -11,6 +11,7 @@
 #include "app/room_render.h"
 #include "app/script.h"
 #include "app/track_file.h"
+#include "config/menu_tree.h"
 #include "config/settings.h"
 #include "config/style_window.h"
 #include "platform/text.h"
@@ -186,7 +187,7 @@ Runner::Outcome Runner::Run(const std::string& raw) {
       break;
     case ScriptCommand::Kind::kProgram:
       if (command.object == "menu" && !program_.ClickMenu(command.text)) {
-        return Outcome::kNotYet;
+        return Outcome::kNotUnderstood;
       }
       PlayOnProgram(command);
       break;
@@ -217,6 +218,20 @@ Runner::Outcome Runner::Run(const std::string& raw) {
     case ScriptCommand::Kind::kShow: {
       if (command.object == "settings.dat") {
         ShowSettingsFile();
+        break;
+      }
+      if (command.object.compare(0, 6, "store ") == 0) {
+        const std::string key = command.object.substr(6);
+        const auto stored =
+            user_store_.Find(kSettingsApp, kSettingsSection, key);
+        Print("[store " + key + "] " +
+              (stored ? "\"" + *stored + "\"" : std::string("none")));
+        break;
+      }
+      if (command.object == "menu") {
+        for (const std::string& line : MenuLines(program_.form2)) {
+          Print("[menu] " + line);
+        }
         break;
       }
       std::string value;
@@ -321,11 +336,6 @@ int Runner::RunScript(std::istream& script) {
       case Outcome::kNotUnderstood:
         err_ << "vantrel2-sim: line " << number
              << " is not understood: " << line << '\n';
-        return 2;
-      case Outcome::kNotYet:
-        err_ << "vantrel2-sim: line " << number
-             << " needs a capability this runner does not have yet: " << line
-             << '\n';
         return 2;
     }
   }

@@ -67,7 +67,7 @@ class Runner {
   Program& program() { return program_; }
 
  private:
-  enum class Outcome { kDone, kNotUnderstood, kNotYet };
+  enum class Outcome { kDone, kNotUnderstood };
   Outcome Run(const std::string& line);
   void PlayOnProgram(const ScriptCommand& command);
   void PlayOnForm4(const ScriptCommand& command);

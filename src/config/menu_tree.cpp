@@ -1,6 +1,6 @@
 #include "config/menu_tree.h"
 
-#include <utility>
+#include <vector>
 
 #include "answering/answering_machine.h"
 #include "config/settings.h"
@@ -23,97 +23,167 @@ namespace v2 {
 namespace {
 
 using Member = MenuItem Form2::*;
+using ClickFn = void (*)(Program&);
 
-// Every item of Form2 with its name, in the popup's order.
-const std::pair<const char*, Member> kItems[] = {
-    {"menu", &Form2::menu},
-    {"blahblah", &Form2::blahblah},
-    {"sep41", &Form2::sep41},
-    {"sep0", &Form2::sep0},
-    {"idleconfigure", &Form2::idleconfigure},
-    {"idleon", &Form2::idleon},
-    {"idleoff", &Form2::idleoff},
-    {"sep8", &Form2::sep8},
-    {"sep42", &Form2::sep42},
-    {"complex", &Form2::complex},
-    {"chatsendtime", &Form2::chatsendtime},
-    {"chatsendreasons", &Form2::chatsendreasons},
-    {"chatsendtrans", &Form2::chatsendtrans},
-    {"sep1", &Form2::sep1},
-    {"reason", &Form2::reason},
-    {"sep2", &Form2::sep2},
-    {"randomize", &Form2::randomize},
-    {"buildreas", &Form2::buildreas},
-    {"sep3", &Form2::sep3},
-    {"interval", &Form2::interval},
-    {"sep4", &Form2::sep4},
-    {"sep43", &Form2::sep43},
-    {"before", &Form2::before},
-    {"imsoff", &Form2::imsoff},
-    {"ghostingon", &Form2::ghostingon},
-    {"after", &Form2::after},
-    {"imson", &Form2::imson},
-    {"ghostingoff", &Form2::ghostingoff},
-    {"dcp", &Form2::dcp},
-    {"reconaol", &Form2::reconaol},
-    {"sep9", &Form2::sep9},
-    {"enterpr", &Form2::enterpr},
-    {"enterjap", &Form2::enterjap},
-    {"sep10", &Form2::sep10},
-    {"buildroom", &Form2::buildroom},
-    {"sep11", &Form2::sep11},
-    {"continueul", &Form2::continueul},
-    {"continuedl", &Form2::continuedl},
-    {"sep12", &Form2::sep12},
-    {"onrecon", &Form2::onrecon},
-    {"imzoff", &Form2::imzoff},
-    {"ghoztingon", &Form2::ghoztingon},
-    {"sep13", &Form2::sep13},
-    {"hidebuddy", &Form2::hidebuddy},
-    {"buildtran", &Form2::buildtran},
-    {"autoup", &Form2::autoup},
-    {"sep14", &Form2::sep14},
-    {"upchat", &Form2::upchat},
-    {"unupchat", &Form2::unupchat},
-    {"sep15", &Form2::sep15},
-    {"chatsendstatus", &Form2::chatsendstatus},
-    {"custom", &Form2::custom},
-    {"user", &Form2::user},
-    {"brag", &Form2::brag},
-    {"sep21", &Form2::sep21},
-    {"buildcustom", &Form2::buildcustom},
-    {"sep22", &Form2::sep22},
-    {"instmsgs", &Form2::instmsgs},
-    {"imon", &Form2::imon},
-    {"imoff", &Form2::imoff},
-    {"ghosting", &Form2::ghosting},
-    {"ghoston", &Form2::ghoston},
-    {"ghostoff", &Form2::ghostoff},
-    {"sep26", &Form2::sep26},
-    {"roomenter", &Form2::roomenter},
-    {"cchat", &Form2::cchat},
-    {"cchat_on", &Form2::cchat_on},
-    {"cchat_off", &Form2::cchat_off},
-    {"sep24", &Form2::sep24},
-    {"viewcmds", &Form2::viewcmds},
-    {"sep25", &Form2::sep25},
-    {"immachine", &Form2::immachine},
-    {"buildafk", &Form2::buildafk},
-    {"eliminate", &Form2::eliminate},
-    {"hidewelc", &Form2::hidewelc},
-    {"showelc", &Form2::showelc},
-    {"sep18", &Form2::sep18},
-    {"glyph", &Form2::glyph},
-    {"clock", &Form2::clock},
-    {"modal", &Form2::modal},
-    {"sep19", &Form2::sep19},
-    {"hideaol", &Form2::hideaol},
-    {"showaol", &Form2::showaol},
-    {"sep20", &Form2::sep20},
-    {"signoff", &Form2::signoff},
-    {"sep16", &Form2::sep16},
-    {"sep17", &Form2::sep17},
-    {"exit", &Form2::exit},
+// How an item starts, where it differs from unchecked and enabled.
+enum Start { kPlain = 0, kChecked = 1, kDisabled = 2 };
+
+// One item of the popup. A plain toggle names its key and nothing else; any
+// other item that acts names its Click.
+struct Row {
+  int level;
+  const char* name;
+  Member item;
+  const char* caption;
+  int start = kPlain;
+  const char* toggle_key = nullptr;
+  ClickFn click = nullptr;
+};
+
+constexpr const char* kSep = "-";
+
+void roomenter_Click(Program& prog) {
+  Platform& p = prog.platform;
+  const std::string room =
+      p.ui().InputBox(p.loop, "enter the private room name", kAskTitle, "");
+  if (!room.empty()) EnterPrivateRoom(p, room);
+}
+
+void reason_Click(Program& prog) {
+  ValueBoxClick(prog, "enter your reason for idleing", "reason", "no reason",
+                prog.form2.Text1);
+}
+
+// The whole popup in the order it opens, each item below the head of the
+// level above it; level 0 is the popup itself.
+const Row kTree[] = {
+    {0, "menu", &Form2::menu, "menu"},
+    {1, "blahblah", &Form2::blahblah, "vantrel\xB2\xB7[tqa]", kDisabled},
+    {1, "sep41", &Form2::sep41, kSep},
+    {1, "sep0", &Form2::sep0, kSep},
+    {1, "idleconfigure", &Form2::idleconfigure, "idle configuration"},
+    {2, "idleon", &Form2::idleon, "activate idle timer", kPlain, nullptr,
+     idleon_Click},
+    {2, "idleoff", &Form2::idleoff, "deactivate idle timer",
+     kChecked | kDisabled, nullptr, idleoff_Click},
+    {2, "sep8", &Form2::sep8, kSep},
+    {2, "sep42", &Form2::sep42, kSep},
+    {2, "complex", &Form2::complex, "define chatsend's"},
+    {3, "chatsendtime", &Form2::chatsendtime, "send time", kPlain,
+     "chatsend time"},
+    {3, "chatsendreasons", &Form2::chatsendreasons, "send rsn", kPlain,
+     "chatsend reason"},
+    {3, "chatsendtrans", &Form2::chatsendtrans, "send status", kPlain,
+     "chatsend trans"},
+    {2, "sep1", &Form2::sep1, kSep},
+    {2, "reason", &Form2::reason, "build single message", kPlain, nullptr,
+     reason_Click},
+    {2, "sep2", &Form2::sep2, kSep},
+    {2, "randomize", &Form2::randomize, "randomize msgs", kPlain, "randomize"},
+    {2, "buildreas", &Form2::buildreas, "build mess&ages", kPlain, nullptr,
+     ShowForm3},
+    {2, "sep3", &Form2::sep3, kSep},
+    {2, "interval", &Form2::interval, "interval : 1/m", kChecked, nullptr,
+     interval_Click},
+    {2, "sep4", &Form2::sep4, kSep},
+    {2, "sep43", &Form2::sep43, kSep},
+    {2, "before", &Form2::before, "before activation"},
+    {3, "imsoff", &Form2::imsoff, "inst msg's = off", kPlain, "ims off"},
+    {3, "ghostingon", &Form2::ghostingon, "ghosting = on", kPlain,
+     "ghosting on"},
+    {2, "after", &Form2::after, "after activation"},
+    {3, "imson", &Form2::imson, "inst msg's = on", kPlain, "ims on"},
+    {3, "ghostingoff", &Form2::ghostingoff, "ghosting = off", kPlain,
+     "ghosting off"},
+    {1, "dcp", &Form2::dcp, "disc. protection"},
+    {2, "reconaol", &Form2::reconaol, "reconnect aol", kPlain, nullptr,
+     reconaol_Click},
+    {2, "sep9", &Form2::sep9, kSep},
+    {2, "enterpr", &Form2::enterpr, "enter private room", kPlain, nullptr,
+     enterpr_Click},
+    {2, "enterjap", &Form2::enterjap, "enter japan room", kPlain, nullptr,
+     enterjap_Click},
+    {2, "sep10", &Form2::sep10, kSep},
+    {2, "buildroom", &Form2::buildroom, "build room name", kPlain, nullptr,
+     buildroom_Click},
+    {2, "sep11", &Form2::sep11, kSep},
+    {2, "continueul", &Form2::continueul, "continue uploads", kPlain, nullptr,
+     continueul_Click},
+    {2, "continuedl", &Form2::continuedl, "continue downloads", kPlain, nullptr,
+     continuedl_Click},
+    {2, "sep12", &Form2::sep12, kSep},
+    {2, "onrecon", &Form2::onrecon, "on reconnection"},
+    {3, "imzoff", &Form2::imzoff, "inst msg's = off", kPlain, "dcp ims"},
+    {3, "ghoztingon", &Form2::ghoztingon, "ghosting = on", kPlain, "dcp ghost"},
+    {3, "sep13", &Form2::sep13, kSep},
+    {3, "hidebuddy", &Form2::hidebuddy, "hide buddy list", kPlain, "dcp buddy"},
+    {1, "buildtran", &Form2::buildtran, "file transfer opts "},
+    {2, "autoup", &Form2::autoup, "activate auto-upchat", kPlain, nullptr,
+     autoup_Click},
+    {2, "sep14", &Form2::sep14, kSep},
+    {2, "upchat", &Form2::upchat, "activate upchat", kPlain, nullptr,
+     [](Program& g) { UpChat(g.platform); }},
+    {2, "unupchat", &Form2::unupchat, "deactivate upchat", kPlain, nullptr,
+     [](Program& g) { UnUpChat(g.platform); }},
+    {2, "sep15", &Form2::sep15, kSep},
+    {2, "chatsendstatus", &Form2::chatsendstatus, "chatsend status", kPlain,
+     nullptr, PostTransferStatus},
+    {1, "custom", &Form2::custom, "custom options"},
+    {2, "user", &Form2::user, "user [mirrik]", kPlain, nullptr, user_Click},
+    {2, "brag", &Form2::brag, "brag stats", kPlain, nullptr, brag_Click},
+    {2, "sep21", &Form2::sep21, kSep},
+    {2, "buildcustom", &Form2::buildcustom, "build custom", kPlain, nullptr,
+     ShowForm4},
+    {2, "sep22", &Form2::sep22, kSep},
+    {2, "instmsgs", &Form2::instmsgs, "inst msg's"},
+    {3, "imon", &Form2::imon, "on", kPlain, nullptr,
+     [](Program& g) { IMsOn(g.platform); }},
+    {3, "imoff", &Form2::imoff, "off", kPlain, nullptr,
+     [](Program& g) { IMsOff(g.platform); }},
+    {2, "ghosting", &Form2::ghosting, "ghosting"},
+    {3, "ghoston", &Form2::ghoston, "on", kPlain, nullptr,
+     [](Program& g) { GhostOn(g.platform); }},
+    {3, "ghostoff", &Form2::ghostoff, "off", kPlain, nullptr,
+     [](Program& g) { GhostOff(g.platform); }},
+    {2, "sep26", &Form2::sep26, kSep},
+    {2, "roomenter", &Form2::roomenter, "enter room", kPlain, nullptr,
+     roomenter_Click},
+    {1, "cchat", &Form2::cchat, "cchat options"},
+    {2, "cchat_on", &Form2::cchat_on, "activate", kPlain, nullptr,
+     cchat_on_Click},
+    {2, "cchat_off", &Form2::cchat_off, "deactivate", kPlain, nullptr,
+     cchat_off_Click},
+    {2, "sep24", &Form2::sep24, kSep},
+    {2, "viewcmds", &Form2::viewcmds, "view cmds", kPlain, nullptr,
+     viewcmds_Click},
+    {2, "sep25", &Form2::sep25, kSep},
+    {2, "immachine", &Form2::immachine, "away answer", kPlain, nullptr,
+     immachine_Click},
+    {2, "buildafk", &Form2::buildafk, "build afk msg", kPlain, nullptr,
+     buildafk_Click},
+    {1, "eliminate", &Form2::eliminate, "eliminate options"},
+    {2, "hidewelc", &Form2::hidewelc, "hide welc", kPlain, nullptr,
+     [](Program& g) { HideWelcome(g.platform); }},
+    {2, "showelc", &Form2::showelc, "show welc", kPlain, nullptr,
+     [](Program& g) { ShowWelcome(g.platform); }},
+    {2, "sep18", &Form2::sep18, kSep},
+    {2, "glyph", &Form2::glyph, "elim. glyph", kPlain, nullptr,
+     [](Program& g) { KillGlyph(g.platform); }},
+    {2, "clock", &Form2::clock, "elim. clock", kPlain, nullptr,
+     [](Program& g) { KillClock(g.platform); }},
+    {2, "modal", &Form2::modal, "elim. modal", kPlain, nullptr,
+     [](Program& g) { KillModal(g.platform); }},
+    {2, "sep19", &Form2::sep19, kSep},
+    {2, "hideaol", &Form2::hideaol, "hide aol", kPlain, nullptr,
+     [](Program& g) { HideHost(g.platform); }},
+    {2, "showaol", &Form2::showaol, "show aol", kPlain, nullptr,
+     [](Program& g) { ShowHost(g.platform); }},
+    {2, "sep20", &Form2::sep20, kSep},
+    {2, "signoff", &Form2::signoff, "signoff aol", kPlain, nullptr,
+     [](Program& g) { SignOff(g.platform); }},
+    {1, "sep16", &Form2::sep16, kSep},
+    {1, "sep17", &Form2::sep17, kSep},
+    {1, "exit", &Form2::exit, "exit vantrel\xB2", kPlain, nullptr, exit_Click},
 };
 
 // Scanners, marks and keys after a click on the switch; the clicked item's
@@ -146,14 +216,14 @@ void SwitchCommands(Program& prog, bool commands_on, bool clicked_on_item) {
 }  // namespace
 
 MenuItem* Form2::Item(const std::string& name) {
-  for (const auto& [item_name, member] : kItems) {
-    if (name == item_name) return &(this->*member);
+  for (const Row& row : kTree) {
+    if (name == row.name) return &(this->*row.item);
   }
   return nullptr;
 }
 
 void ForEachMenuItem(Program& prog, const std::function<void(MenuItem&)>& f) {
-  for (const auto& entry : kItems) f(prog.form2.*entry.second);
+  for (const Row& row : kTree) f(prog.form2.*row.item);
 }
 
 void ToggleClick(Program& prog, MenuItem& item, const std::string& key) {
@@ -205,165 +275,43 @@ void cchat_off_Click(Program& prog) {
 
 void BuildMenuTree(Program& prog) {
   Form2& f = prog.form2;
-  for (const auto& [name, member] : kItems) (f.*member).Name = name;
-
-  auto caption = [](MenuItem& item, const char* text) { item.Caption = text; };
-  for (MenuItem* sep :
-       {&f.sep41, &f.sep0,  &f.sep8,  &f.sep42, &f.sep1,  &f.sep2,  &f.sep3,
-        &f.sep4,  &f.sep43, &f.sep9,  &f.sep10, &f.sep11, &f.sep12, &f.sep13,
-        &f.sep14, &f.sep15, &f.sep21, &f.sep22, &f.sep26, &f.sep24, &f.sep25,
-        &f.sep18, &f.sep19, &f.sep20, &f.sep16, &f.sep17}) {
-    sep->Caption = std::string(1, '-');
+  // The head of each level, as the rows go down the tree.
+  std::vector<MenuItem*> heads;
+  for (const Row& row : kTree) {
+    MenuItem& item = f.*row.item;
+    item.Name = row.name;
+    item.Caption = row.caption;
+    item.Checked = (row.start & kChecked) != 0;
+    item.Enabled = (row.start & kDisabled) == 0;
+    item.Items.clear();
+    heads.resize(static_cast<std::size_t>(row.level));
+    if (!heads.empty()) heads.back()->Items.push_back(&item);
+    heads.push_back(&item);
+    Program* pp = &prog;
+    if (row.toggle_key) {
+      const char* key = row.toggle_key;
+      MenuItem* it = &item;
+      item.Click = [pp, it, key] { ToggleClick(*pp, *it, key); };
+    } else if (row.click) {
+      ClickFn click = row.click;
+      item.Click = [pp, click] { click(*pp); };
+    }
   }
-  caption(f.menu, "menu");
-  caption(f.blahblah, "vantrel\xB2\xB7[tqa]");
-  f.blahblah.Enabled = false;
-  caption(f.idleconfigure, "idle configuration");
-  caption(f.idleon, "activate idle timer");
-  caption(f.idleoff, "deactivate idle timer");
-  caption(f.complex, "define chatsend's");
-  caption(f.chatsendtime, "send time");
-  caption(f.chatsendreasons, "send rsn");
-  caption(f.chatsendtrans, "send status");
-  caption(f.reason, "build single message");
-  caption(f.randomize, "randomize msgs");
-  caption(f.buildreas, "build mess&ages");
-  caption(f.before, "before activation");
-  caption(f.imsoff, "inst msg's = off");
-  caption(f.ghostingon, "ghosting = on");
-  caption(f.after, "after activation");
-  caption(f.imson, "inst msg's = on");
-  caption(f.ghostingoff, "ghosting = off");
-  caption(f.dcp, "disc. protection");
-  caption(f.reconaol, "reconnect aol");
-  caption(f.enterpr, "enter private room");
-  caption(f.enterjap, "enter japan room");
-  caption(f.buildroom, "build room name");
-  caption(f.continueul, "continue uploads");
-  caption(f.continuedl, "continue downloads");
-  caption(f.onrecon, "on reconnection");
-  caption(f.imzoff, "inst msg's = off");
-  caption(f.ghoztingon, "ghosting = on");
-  caption(f.hidebuddy, "hide buddy list");
-  caption(f.buildtran, "file transfer opts ");
-  caption(f.autoup, "activate auto-upchat");
-  caption(f.upchat, "activate upchat");
-  caption(f.unupchat, "deactivate upchat");
-  caption(f.chatsendstatus, "chatsend status");
-  caption(f.custom, "custom options");
-  caption(f.brag, "brag stats");
-  caption(f.buildcustom, "build custom");
-  caption(f.instmsgs, "inst msg's");
-  caption(f.imon, "on");
-  caption(f.imoff, "off");
-  caption(f.ghosting, "ghosting");
-  caption(f.ghoston, "on");
-  caption(f.ghostoff, "off");
-  caption(f.roomenter, "enter room");
-  caption(f.cchat, "cchat options");
-  caption(f.cchat_on, "activate");
-  caption(f.cchat_off, "deactivate");
-  caption(f.viewcmds, "view cmds");
-  caption(f.immachine, "away answer");
-  caption(f.buildafk, "build afk msg");
-  caption(f.eliminate, "eliminate options");
-  caption(f.hidewelc, "hide welc");
-  caption(f.showelc, "show welc");
-  caption(f.glyph, "elim. glyph");
-  caption(f.clock, "elim. clock");
-  caption(f.modal, "elim. modal");
-  caption(f.hideaol, "hide aol");
-  caption(f.showaol, "show aol");
-  caption(f.signoff, "signoff aol");
-  caption(f.exit, "exit vantrel\xB2");
+}
 
-  f.menu.Items = {&f.blahblah,  &f.sep41,     &f.sep0,   &f.idleconfigure,
-                  &f.dcp,       &f.buildtran, &f.custom, &f.cchat,
-                  &f.eliminate, &f.sep16,     &f.sep17,  &f.exit};
-  f.idleconfigure.Items = {&f.idleon,    &f.idleoff,   &f.sep8,   &f.sep42,
-                           &f.complex,   &f.sep1,      &f.reason, &f.sep2,
-                           &f.randomize, &f.buildreas, &f.sep3,   &f.interval,
-                           &f.sep4,      &f.sep43,     &f.before, &f.after};
-  f.complex.Items = {&f.chatsendtime, &f.chatsendreasons, &f.chatsendtrans};
-  f.before.Items = {&f.imsoff, &f.ghostingon};
-  f.after.Items = {&f.imson, &f.ghostingoff};
-  f.dcp.Items = {&f.reconaol,   &f.sep9,      &f.enterpr, &f.enterjap,
-                 &f.sep10,      &f.buildroom, &f.sep11,   &f.continueul,
-                 &f.continuedl, &f.sep12,     &f.onrecon};
-  f.onrecon.Items = {&f.imzoff, &f.ghoztingon, &f.sep13, &f.hidebuddy};
-  f.buildtran.Items = {&f.autoup,   &f.sep14, &f.upchat,
-                       &f.unupchat, &f.sep15, &f.chatsendstatus};
-  f.custom.Items = {&f.user,        &f.brag,  &f.sep21,
-                    &f.buildcustom, &f.sep22, &f.instmsgs,
-                    &f.ghosting,    &f.sep26, &f.roomenter};
-  f.instmsgs.Items = {&f.imon, &f.imoff};
-  f.ghosting.Items = {&f.ghoston, &f.ghostoff};
-  f.cchat.Items = {&f.cchat_on, &f.cchat_off, &f.sep24,   &f.viewcmds,
-                   &f.sep25,    &f.immachine, &f.buildafk};
-  f.eliminate.Items = {&f.hidewelc, &f.showelc, &f.sep18,  &f.glyph,
-                       &f.clock,    &f.modal,   &f.sep19,  &f.hideaol,
-                       &f.showaol,  &f.sep20,   &f.signoff};
-
-  Program* pp = &prog;
-  Platform* p = &prog.platform;
-  auto toggle = [pp](MenuItem& item, const char* key) {
-    item.Click = [pp, &item, key] { ToggleClick(*pp, item, key); };
+std::vector<std::string> MenuLines(const Form2& form2) {
+  std::vector<std::string> lines;
+  auto walk = [&lines](const MenuItem& head, int level, auto& self) -> void {
+    for (const MenuItem* item : head.Items) {
+      lines.push_back(std::to_string(level) + " " + item->Name + " \"" +
+                      item->Caption + "\" " +
+                      (item->Checked ? "checked" : "unchecked") +
+                      (item->Enabled ? " enabled" : " disabled"));
+      self(*item, level + 1, self);
+    }
   };
-  toggle(f.chatsendtime, "chatsend time");
-  toggle(f.chatsendreasons, "chatsend reason");
-  toggle(f.chatsendtrans, "chatsend trans");
-  toggle(f.randomize, "randomize");
-  toggle(f.imsoff, "ims off");
-  toggle(f.ghostingon, "ghosting on");
-  toggle(f.imson, "ims on");
-  toggle(f.ghostingoff, "ghosting off");
-  toggle(f.imzoff, "dcp ims");
-  toggle(f.ghoztingon, "dcp ghost");
-  toggle(f.hidebuddy, "dcp buddy");
-  f.reconaol.Click = [pp] { reconaol_Click(*pp); };
-  f.enterpr.Click = [pp] { enterpr_Click(*pp); };
-  f.enterjap.Click = [pp] { enterjap_Click(*pp); };
-  f.buildroom.Click = [pp] { buildroom_Click(*pp); };
-  f.continueul.Click = [pp] { continueul_Click(*pp); };
-  f.continuedl.Click = [pp] { continuedl_Click(*pp); };
-  f.autoup.Click = [pp] { autoup_Click(*pp); };
-  f.upchat.Click = [p] { UpChat(*p); };
-  f.unupchat.Click = [p] { UnUpChat(*p); };
-  f.immachine.Click = [pp] { immachine_Click(*pp); };
-  f.buildafk.Click = [pp] { buildafk_Click(*pp); };
-  f.idleon.Click = [pp] { idleon_Click(*pp); };
-  f.idleoff.Click = [pp] { idleoff_Click(*pp); };
-  f.reason.Click = [pp] {
-    ValueBoxClick(*pp, "enter your reason for idleing", "reason", "no reason",
-                  pp->form2.Text1);
-  };
-  f.interval.Click = [pp] { interval_Click(*pp); };
-  f.buildreas.Click = [pp] { ShowForm3(*pp); };
-  f.chatsendstatus.Click = [pp] { PostTransferStatus(*pp); };
-  f.user.Click = [pp] { user_Click(*pp); };
-  f.brag.Click = [pp] { brag_Click(*pp); };
-  f.buildcustom.Click = [pp] { ShowForm4(*pp); };
-  f.imon.Click = [p] { IMsOn(*p); };
-  f.imoff.Click = [p] { IMsOff(*p); };
-  f.ghoston.Click = [p] { GhostOn(*p); };
-  f.ghostoff.Click = [p] { GhostOff(*p); };
-  f.roomenter.Click = [p] {
-    std::string room =
-        p->ui().InputBox(p->loop, "enter the private room name", kAskTitle, "");
-    if (!room.empty()) EnterPrivateRoom(*p, room);
-  };
-  f.cchat_on.Click = [pp] { cchat_on_Click(*pp); };
-  f.cchat_off.Click = [pp] { cchat_off_Click(*pp); };
-  f.viewcmds.Click = [pp] { viewcmds_Click(*pp); };
-  f.hidewelc.Click = [p] { HideWelcome(*p); };
-  f.showelc.Click = [p] { ShowWelcome(*p); };
-  f.glyph.Click = [p] { KillGlyph(*p); };
-  f.clock.Click = [p] { KillClock(*p); };
-  f.modal.Click = [p] { KillModal(*p); };
-  f.hideaol.Click = [p] { HideHost(*p); };
-  f.showaol.Click = [p] { ShowHost(*p); };
-  f.signoff.Click = [p] { SignOff(*p); };
-  f.exit.Click = [pp] { exit_Click(*pp); };
+  walk(form2.menu, 1, walk);
+  return lines;
 }
 
 }  // namespace v2

@@ -4,16 +4,23 @@
 // form of the member's switches; each click stores what it changed.
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace v2 {
 
 class Program;
+struct Form2;
 struct MenuItem;
 struct TextBox;
 class Timer;
 
 // Names, captions, start marks, the tree and every item's Click.
 void BuildMenuTree(Program& prog);
+
+// The whole popup below its root, one line per item in the order it
+// opens: the level (1 for the popup's own items), the name, the caption in
+// double quotes, "checked" or "unchecked", "enabled" or "disabled".
+std::vector<std::string> MenuLines(const Form2& form2);
 
 // Every named item of Form2, in the popup or not (yet).
 void ForEachMenuItem(Program& prog, const std::function<void(MenuItem&)>& f);

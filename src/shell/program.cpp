@@ -37,20 +37,14 @@ Form2::Form2(EventLoop& loop)
       Timer3(loop, 10),
       Timer4(loop, 500),
       Timer5(loop, 1000),
-      Timer6(loop, 1000) {
-  // As the window defines them, before the stores are read.
-  idleoff.Checked = true;
-  idleoff.Enabled = false;
-  interval.Checked = true;
-  interval.Caption = "interval : 1/m";
-  user.Caption = "user [mirrik]";
-}
+      Timer6(loop, 1000) {}
 
 Program::Program(Platform& platform_in)
     : platform(platform_in),
       form1(platform_in),
       form2(platform_in.loop),
       watch(platform_in) {
+  // The items as the window defines them, before the stores are read.
   BuildMenuTree(*this);
   form1.Chat1.OnChatMsg(
       [this](const std::string& name, const std::string& said) {

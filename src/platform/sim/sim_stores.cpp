@@ -160,8 +160,14 @@ std::string SimUserStore::GetSetting(const std::string& app,
                                      const std::string& section,
                                      const std::string& key,
                                      const std::string& def) {
+  return Find(app, section, key).value_or(def);
+}
+
+std::optional<std::string> SimUserStore::Find(const std::string& app,
+                                              const std::string& section,
+                                              const std::string& key) const {
   auto it = entries_.find({app, section, key});
-  if (it == entries_.end()) return def;
+  if (it == entries_.end()) return std::nullopt;
   // A registry string is read as text: it ends at its first NUL.
   return it->second.substr(0, it->second.find('\0'));
 }

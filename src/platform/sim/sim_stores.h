@@ -3,6 +3,7 @@
 // profile service that reads and writes profile files the way the Windows
 // one does for everything the program relies on, and the file system.
 #include <map>
+#include <optional>
 #include <string>
 #include <tuple>
 
@@ -25,6 +26,10 @@ class SimUserStore : public UserStore {
                          const std::string& def) override;
   void SaveSetting(const std::string& app, const std::string& section,
                    const std::string& key, const std::string& value) override;
+  // The entry as GetSetting reads it; nothing when there is none.
+  std::optional<std::string> Find(const std::string& app,
+                                  const std::string& section,
+                                  const std::string& key) const;
 
  private:
   std::string path_;
