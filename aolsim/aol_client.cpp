@@ -170,6 +170,7 @@ void AolClient::Quit() {
   ++session_;  // a sign-on under way ends with the client
   signed_on_ = signing_on_ = false;
   armed_.clear();  // a fault belongs to the client that quits
+  ++quits_;
 }
 
 std::string AolClient::InputText() { return std::string(host_.Text(input_)); }

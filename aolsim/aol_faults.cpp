@@ -12,6 +12,18 @@ bool AolClient::FaultAt(Moment at) {
   if (it == armed_.end()) return false;
   const Fault fault = std::move(it->second);
   armed_.erase(it);
+  Do(fault);
+  return true;
+}
+
+void AolClient::ArmAfter(int ms, Fault fault) {
+  const int quits = quits_;
+  host_.After(ms, [this, quits, fault = std::move(fault)] {
+    if (quits == quits_) Do(fault);
+  });
+}
+
+void AolClient::Do(const Fault& fault) {
   switch (fault.kind) {
     case Fault::Kind::kHang:
       host_.Hang(fault.ms);
@@ -26,7 +38,6 @@ bool AolClient::FaultAt(Moment at) {
       ShowDialog("This feature is temporarily unavailable.");
       break;
   }
-  return true;
 }
 
 }  // namespace v2::aolsim
