@@ -41,10 +41,11 @@ class AolClient {
   // hung program's does (WindowHost::Hang).
   void Hang(int ms) { host_.Hang(ms); }
   // The moments at which a program acts on the client: it puts a line into
-  // the room's input line (WM_SETTEXT with a text, from outside), it clicks
-  // a toolbar icon that opens a popup, or it presses Return on a keyword or
-  // address in the keyword line.
-  enum class Moment { kReply, kPopup, kKeyword };
+  // the room's input line (WM_SETTEXT with a text, from outside), it
+  // presses Return there (from outside), it clicks a toolbar icon that opens
+  // a popup, or it presses Return on a keyword or address in the keyword
+  // line.
+  enum class Moment { kReply, kReturn, kPopup, kKeyword };
   struct Fault {
     enum class Kind {
       kHang,    // the thread stops for ms
@@ -64,6 +65,9 @@ class AolClient {
   // The client does the fault ms from now, whatever the program is doing
   // then; a client that quits before takes it with it.
   void ArmAfter(int ms, Fault fault);
+  // The same for anything done through the client: a line the member or
+  // another person says, an IM that comes, a lost connection.
+  void Later(int ms, std::function<void()> work);
 
   // NAME sends the member an instant message: a window opens for it, or the
   // one from NAME takes it, unless the member's IMs are off.

@@ -17,9 +17,13 @@ bool AolClient::FaultAt(Moment at) {
 }
 
 void AolClient::ArmAfter(int ms, Fault fault) {
+  Later(ms, [this, fault = std::move(fault)] { Do(fault); });
+}
+
+void AolClient::Later(int ms, std::function<void()> work) {
   const int quits = quits_;
-  host_.After(ms, [this, quits, fault = std::move(fault)] {
-    if (quits == quits_) Do(fault);
+  host_.After(ms, [this, quits, work = std::move(work)] {
+    if (quits == quits_) work();
   });
 }
 

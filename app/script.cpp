@@ -100,12 +100,14 @@ bool TakeFaultKind(const std::string& what, aolsim::AolClient::Fault& fault) {
   return true;
 }
 
-// "MOMENT FAULT" of `at`: reply, popup or keyword.
+// "MOMENT FAULT" of `at`: reply, return, popup or keyword.
 bool TakeFault(const std::string& rest, aolsim::AolClient::Moment& at,
                aolsim::AolClient::Fault& fault) {
   std::string what;
   if (Take(rest, "reply", what)) {
     at = aolsim::AolClient::Moment::kReply;
+  } else if (Take(rest, "return", what)) {
+    at = aolsim::AolClient::Moment::kReturn;
   } else if (Take(rest, "popup", what)) {
     at = aolsim::AolClient::Moment::kPopup;
   } else if (Take(rest, "keyword", what)) {
@@ -128,6 +130,25 @@ bool TakeTimedFault(const std::string& rest, int& ms,
   }
   ms = static_cast<int>(seconds * 1000.0 + 0.5);
   return TakeFaultKind(rest.substr(blank + 1), fault);
+}
+
+// "SECONDS LINE" of `after`: LINE one of the client's own commands (what
+// the member or others do through it), in UTF-8 as the script has it.
+bool TakeTimedLine(const std::string& rest, int& ms, std::string& later) {
+  const auto blank = rest.find(' ');
+  double seconds = 0;
+  if (blank == std::string::npos ||
+      !ParseSeconds(rest.substr(0, blank), seconds) ||
+      seconds > kMaxHangSeconds) {
+    return false;
+  }
+  later = Cp1252ToUtf8(rest.substr(blank + 1));
+  // One step ahead only: an `after` in it would nest without end.
+  if (later.rfind("after ", 0) == 0) return false;
+  const ScriptCommand c = ParseScriptLine(later);
+  if (c.kind != ScriptCommand::Kind::kClient) return false;
+  ms = static_cast<int>(seconds * 1000.0 + 0.5);
+  return true;
 }
 
 }  // namespace
@@ -201,7 +222,8 @@ ScriptCommand ParseScriptLine(const std::string& utf8_line) {
   } else if (Take(line, "after", rest)) {
     int ms = 0;
     aolsim::AolClient::Fault fault;
-    c.kind = TakeTimedFault(rest, ms, fault)
+    std::string later;
+    c.kind = TakeTimedFault(rest, ms, fault) || TakeTimedLine(rest, ms, later)
                  ? ScriptCommand::Kind::kClient
                  : ScriptCommand::Kind::kNotUnderstood;
   } else if (Take(line, "reasons", rest)) {
@@ -396,7 +418,14 @@ void PlayOnClient(aolsim::AolClient& client, const ScriptCommand& command) {
   } else if (Take(line, "after", rest)) {
     int ms = 0;
     aolsim::AolClient::Fault fault;
-    if (TakeTimedFault(rest, ms, fault)) client.ArmAfter(ms, std::move(fault));
+    std::string later;
+    if (TakeTimedFault(rest, ms, fault)) {
+      client.ArmAfter(ms, std::move(fault));
+    } else if (TakeTimedLine(rest, ms, later)) {
+      client.Later(ms, [&client, later] {
+        PlayOnClient(client, ParseScriptLine(later));
+      });
+    }
   }
 }
 
