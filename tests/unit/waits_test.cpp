@@ -27,6 +27,7 @@ struct Session {
           ("v2-waits-" + std::to_string(getpid()) + "-" +
            ::testing::UnitTest::GetInstance()->current_test_info()->name());
     fs::create_directories(dir);
+    fs::current_path(dir);  // where the reason list lies
     options.script = "-";
     options.clock = LocalTime{2001, 6, 15, 14, 3, 0, 0};
     options.user_store = (dir / "user-store").string();
@@ -38,12 +39,14 @@ struct Session {
   }
   ~Session() {
     runner.reset();
+    fs::current_path(before);
     fs::remove_all(dir);
   }
   // Whether the room shows the program's answer to the date.
   bool Dated() { return out.str().find("todays date: ") != std::string::npos; }
   std::int64_t Now() { return runner->loop().clock().NowMs(); }
 
+  const fs::path before = fs::current_path();
   fs::path dir;
   RunnerOptions options;
   std::ostringstream out, err;
