@@ -118,9 +118,8 @@ bool TakeFault(const std::string& rest, aolsim::AolClient::Moment& at,
   return TakeFaultKind(what, fault);
 }
 
-// "SECONDS FAULT" of `after`, SECONDS at most an hour.
-bool TakeTimedFault(const std::string& rest, int& ms,
-                    aolsim::AolClient::Fault& fault) {
+// "SECONDS WHAT" of `after`, SECONDS at most an hour.
+bool TakeAhead(const std::string& rest, int& ms, std::string& what) {
   const auto blank = rest.find(' ');
   double seconds = 0;
   if (blank == std::string::npos ||
@@ -129,26 +128,26 @@ bool TakeTimedFault(const std::string& rest, int& ms,
     return false;
   }
   ms = static_cast<int>(seconds * 1000.0 + 0.5);
-  return TakeFaultKind(rest.substr(blank + 1), fault);
+  what = rest.substr(blank + 1);
+  return true;
+}
+
+// "SECONDS FAULT" of `after`.
+bool TakeTimedFault(const std::string& rest, int& ms,
+                    aolsim::AolClient::Fault& fault) {
+  std::string what;
+  return TakeAhead(rest, ms, what) && TakeFaultKind(what, fault);
 }
 
 // "SECONDS LINE" of `after`: LINE one of the client's own commands (what
 // the member or others do through it), in UTF-8 as the script has it.
 bool TakeTimedLine(const std::string& rest, int& ms, std::string& later) {
-  const auto blank = rest.find(' ');
-  double seconds = 0;
-  if (blank == std::string::npos ||
-      !ParseSeconds(rest.substr(0, blank), seconds) ||
-      seconds > kMaxHangSeconds) {
-    return false;
-  }
-  later = Cp1252ToUtf8(rest.substr(blank + 1));
+  std::string what;
+  if (!TakeAhead(rest, ms, what)) return false;
+  later = Cp1252ToUtf8(what);
   // One step ahead only: an `after` in it would nest without end.
   if (later.rfind("after ", 0) == 0) return false;
-  const ScriptCommand c = ParseScriptLine(later);
-  if (c.kind != ScriptCommand::Kind::kClient) return false;
-  ms = static_cast<int>(seconds * 1000.0 + 0.5);
-  return true;
+  return ParseScriptLine(later).kind == ScriptCommand::Kind::kClient;
 }
 
 }  // namespace
