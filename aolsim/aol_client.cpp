@@ -50,6 +50,9 @@ std::optional<LResult> AolClient::OnInput(Hwnd h, std::uint32_t msg, WParam w,
     return 1;  // the line did not go in
   }
   if (msg != kWmChar) return std::nullopt;
+  if (w == kVkReturn && !own_text_ && FaultAt(Moment::kReturn)) {
+    return 0;  // the line stays in the input line
+  }
   if (w == kVkReturn) {
     // Return sends what is typed; an empty line is not sent at all.
     std::string text(host_.Text(h));
@@ -98,7 +101,9 @@ void AolClient::MemberTypes(const std::string& text) {
 
 void AolClient::MemberPressesReturn() {
   if (!host_.Exists(input_)) return;
+  own_text_ = true;  // the member's own key, not a program's
   OnInput(input_, kWmChar, kVkReturn, 0);
+  own_text_ = false;
   if (!typeahead_.empty() && host_.Exists(input_)) SetInput(typeahead_);
   typeahead_.clear();
 }
@@ -170,6 +175,7 @@ void AolClient::Quit() {
   ++session_;  // a sign-on under way ends with the client
   signed_on_ = signing_on_ = false;
   armed_.clear();  // a fault belongs to the client that quits
+  ++quits_;
 }
 
 std::string AolClient::InputText() { return std::string(host_.Text(input_)); }

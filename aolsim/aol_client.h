@@ -41,9 +41,11 @@ class AolClient {
   // hung program's does (WindowHost::Hang).
   void Hang(int ms) { host_.Hang(ms); }
   // The moments at which a program acts on the client: it puts a line into
-  // the room's input line (WM_SETTEXT with a text, from outside), or it
-  // clicks a toolbar icon that opens a popup.
-  enum class Moment { kReply, kPopup };
+  // the room's input line (WM_SETTEXT with a text, from outside), it
+  // presses Return there (from outside), it clicks a toolbar icon that opens
+  // a popup, or it presses Return on a keyword or address in the keyword
+  // line.
+  enum class Moment { kReply, kReturn, kPopup, kKeyword };
   struct Fault {
     enum class Kind {
       kHang,    // the thread stops for ms
@@ -60,6 +62,12 @@ class AolClient {
   // popup does not open. Once; a second Arm for a moment replaces the first,
   // and quitting the client disarms them.
   void Arm(Moment at, Fault fault);
+  // The client does the fault ms from now, whatever the program is doing
+  // then; a client that quits before takes it with it.
+  void ArmAfter(int ms, Fault fault);
+  // The same for anything done through the client: a line the member or
+  // another person says, an IM that comes, a lost connection.
+  void Later(int ms, std::function<void()> work);
 
   // NAME sends the member an instant message: a window opens for it, or the
   // one from NAME takes it, unless the member's IMs are off.
@@ -156,6 +164,7 @@ class AolClient {
   void MoveToRoom(const std::string& name);
   // Does the fault armed for the moment, if any; true when there was one.
   bool FaultAt(Moment at);
+  void Do(const Fault& fault);
   // The window of the MDI area with that title, or 0.
   Hwnd ChildTitled(const std::string& title);
   void Event(const std::string& text);
@@ -212,6 +221,7 @@ class AolClient {
   bool signed_on_ = false;
   bool signing_on_ = false;
   int session_ = 0;  // counts the client's starts and sign-offs
+  int quits_ = 0;    // counts the client's ends, for the faults timed ahead
   std::int64_t signed_on_at_ms_ = 0;
 };
 

@@ -12,6 +12,22 @@ bool AolClient::FaultAt(Moment at) {
   if (it == armed_.end()) return false;
   const Fault fault = std::move(it->second);
   armed_.erase(it);
+  Do(fault);
+  return true;
+}
+
+void AolClient::ArmAfter(int ms, Fault fault) {
+  Later(ms, [this, fault = std::move(fault)] { Do(fault); });
+}
+
+void AolClient::Later(int ms, std::function<void()> work) {
+  const int quits = quits_;
+  host_.After(ms, [this, quits, work = std::move(work)] {
+    if (quits == quits_) work();
+  });
+}
+
+void AolClient::Do(const Fault& fault) {
   switch (fault.kind) {
     case Fault::Kind::kHang:
       host_.Hang(fault.ms);
@@ -26,7 +42,6 @@ bool AolClient::FaultAt(Moment at) {
       ShowDialog("This feature is temporarily unavailable.");
       break;
   }
-  return true;
 }
 
 }  // namespace v2::aolsim

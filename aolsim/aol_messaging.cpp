@@ -24,7 +24,8 @@ std::optional<LResult> AolClient::OnKeyword(Hwnd h, std::uint32_t msg,
   if (w == kVkReturn) {
     std::string text(host_.Text(h));
     while (!text.empty() && text.back() == ' ') text.pop_back();
-    if (!text.empty()) RunAddress(text);
+    // A fault armed for this moment happens instead: the address is not run.
+    if (!text.empty() && !FaultAt(Moment::kKeyword)) RunAddress(text);
   } else if (w >= 32 && w < 256) {
     host_.AppendText(h, std::string(1, static_cast<char>(w)));
   }

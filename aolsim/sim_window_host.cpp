@@ -47,22 +47,30 @@ Hwnd SimWindowHost::Create(Hwnd parent, const std::string& cls,
 }
 
 void SimWindowHost::After(int ms, std::function<void()> work) {
-  auto p = std::make_shared<Pending>();
+  std::shared_ptr<Pending> p;
+  if (!idle_.empty()) {
+    p = std::move(idle_.back());
+    idle_.pop_back();
+  } else {
+    p = std::make_shared<Pending>();
+    std::weak_ptr<Pending> weak = p;
+    p->timer = loop_.CreateTimer([this, weak] {
+      auto self = weak.lock();
+      if (!self) return;
+      // A stopped thread does its timed work once it pumps again.
+      if (const std::int64_t stopped = StoppedForMs(); stopped > 0) {
+        loop_.SetTimer(self->timer, static_cast<int>(stopped), true);
+        return;
+      }
+      loop_.SetTimer(self->timer, 0, false);  // once
+      auto due = std::move(self->work);
+      self->work = nullptr;
+      std::erase(pending_, self);
+      idle_.push_back(self);
+      if (due) due();
+    });
+  }
   p->work = std::move(work);
-  std::weak_ptr<Pending> weak = p;
-  p->timer = loop_.CreateTimer([this, weak] {
-    auto self = weak.lock();
-    if (!self) return;
-    // A stopped thread does its timed work once it pumps again.
-    if (const std::int64_t stopped = StoppedForMs(); stopped > 0) {
-      loop_.SetTimer(self->timer, static_cast<int>(stopped), true);
-      return;
-    }
-    loop_.SetTimer(self->timer, 0, false);  // once
-    auto due = std::move(self->work);
-    std::erase(pending_, self);
-    if (due) due();
-  });
   // At once means on the loop's next beat, as on Windows.
   loop_.SetTimer(p->timer, std::max(ms, 1), true);
   pending_.push_back(std::move(p));

@@ -65,6 +65,9 @@ class SimWindowHost : public WindowHost, private sim::SimWindows::Thread {
   sim::SimWindows& windows_;
   sim::SimLoop& loop_;
   std::vector<std::shared_ptr<Pending>> pending_;
+  // Done, their timers free for the next work: a loop's timers are never
+  // taken back, so a day of the client's timed work reuses a few.
+  std::vector<std::shared_ptr<Pending>> idle_;
   Hwnd popup_ = 0;
   std::int64_t stopped_until_ms_ = 0;
 };

@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <istream>
@@ -93,6 +94,19 @@ bool ParseRunnerArgs(int argc, const char* const* argv, RunnerOptions& options,
   return true;
 }
 
+namespace {
+
+// The local clock to the millisecond, for `show time`: how long a wait
+// took can be read off two of them.
+std::string ClockText(const LocalTime& t) {
+  char text[32];
+  std::snprintf(text, sizeof(text), "%02d:%02d:%02d.%03d", t.hour, t.minute,
+                t.second, t.millisecond);
+  return text;
+}
+
+}  // namespace
+
 Runner::Runner(const RunnerOptions& options, std::ostream& out,
                std::ostream& err)
     : options_(options),
@@ -171,8 +185,12 @@ Runner::Outcome Runner::Run(const std::string& raw) {
     Start();
     // A line that comes while the client is hung waits until it answers
     // again, with the program running: the member's keys, the room's lines
-    // and what the client shows all go through the client's thread.
-    loop_.RunFor(host_.HungForMs());
+    // and what the client shows all go through the client's thread. The
+    // clock is the runner's own: it is read at once, so that the moment the
+    // program came back from a wait shows even while the client still hangs.
+    const bool clock_only =
+        command.kind == ScriptCommand::Kind::kShow && command.object == "time";
+    if (!clock_only) loop_.RunFor(host_.HungForMs());
   }
   switch (command.kind) {
     case ScriptCommand::Kind::kNothing:
@@ -237,6 +255,8 @@ Runner::Outcome Runner::Run(const std::string& raw) {
       std::string value;
       if (command.object == "media") {
         value = media_.Describe();
+      } else if (command.object == "time") {
+        value = ClockText(loop_.clock().LocalNow());
       } else if (!ShowOfClient(client_, command.object, value) &&
                  !ShowOfDesktop(desktop_, command.object, value) &&
                  !program_.Show(command.object, value)) {

@@ -80,19 +80,9 @@ bool TakePoint(const std::string& rest, int& x, int& y) {
          TakeCount(rest.substr(blank + 1), y);
 }
 
-// "MOMENT FAULT" of `at`: reply or popup; hang SECONDS, close client,
-// room NAME or dialog.
-bool TakeFault(const std::string& rest, aolsim::AolClient::Moment& at,
-               aolsim::AolClient::Fault& fault) {
+// FAULT of `at` and `after`: hang SECONDS, close client, room NAME or dialog.
+bool TakeFaultKind(const std::string& what, aolsim::AolClient::Fault& fault) {
   using Kind = aolsim::AolClient::Fault::Kind;
-  std::string what;
-  if (Take(rest, "reply", what)) {
-    at = aolsim::AolClient::Moment::kReply;
-  } else if (Take(rest, "popup", what)) {
-    at = aolsim::AolClient::Moment::kPopup;
-  } else {
-    return false;
-  }
   std::string arg;
   double seconds = 0;
   if (Take(what, "hang", arg)) {
@@ -108,6 +98,56 @@ bool TakeFault(const std::string& rest, aolsim::AolClient::Moment& at,
     return false;
   }
   return true;
+}
+
+// "MOMENT FAULT" of `at`: reply, return, popup or keyword.
+bool TakeFault(const std::string& rest, aolsim::AolClient::Moment& at,
+               aolsim::AolClient::Fault& fault) {
+  std::string what;
+  if (Take(rest, "reply", what)) {
+    at = aolsim::AolClient::Moment::kReply;
+  } else if (Take(rest, "return", what)) {
+    at = aolsim::AolClient::Moment::kReturn;
+  } else if (Take(rest, "popup", what)) {
+    at = aolsim::AolClient::Moment::kPopup;
+  } else if (Take(rest, "keyword", what)) {
+    at = aolsim::AolClient::Moment::kKeyword;
+  } else {
+    return false;
+  }
+  return TakeFaultKind(what, fault);
+}
+
+// "SECONDS WHAT" of `after`, SECONDS at most an hour.
+bool TakeAhead(const std::string& rest, int& ms, std::string& what) {
+  const auto blank = rest.find(' ');
+  double seconds = 0;
+  if (blank == std::string::npos ||
+      !ParseSeconds(rest.substr(0, blank), seconds) ||
+      seconds > kMaxHangSeconds) {
+    return false;
+  }
+  ms = static_cast<int>(seconds * 1000.0 + 0.5);
+  what = rest.substr(blank + 1);
+  return true;
+}
+
+// "SECONDS FAULT" of `after`.
+bool TakeTimedFault(const std::string& rest, int& ms,
+                    aolsim::AolClient::Fault& fault) {
+  std::string what;
+  return TakeAhead(rest, ms, what) && TakeFaultKind(what, fault);
+}
+
+// "SECONDS LINE" of `after`: LINE one of the client's own commands (what
+// the member or others do through it), in UTF-8 as the script has it.
+bool TakeTimedLine(const std::string& rest, int& ms, std::string& later) {
+  std::string what;
+  if (!TakeAhead(rest, ms, what)) return false;
+  later = Cp1252ToUtf8(what);
+  // One step ahead only: an `after` in it would nest without end.
+  if (later.rfind("after ", 0) == 0) return false;
+  return ParseScriptLine(later).kind == ScriptCommand::Kind::kClient;
 }
 
 }  // namespace
@@ -178,6 +218,13 @@ ScriptCommand ParseScriptLine(const std::string& utf8_line) {
     aolsim::AolClient::Fault fault;
     c.kind = TakeFault(rest, at, fault) ? ScriptCommand::Kind::kClient
                                         : ScriptCommand::Kind::kNotUnderstood;
+  } else if (Take(line, "after", rest)) {
+    int ms = 0;
+    aolsim::AolClient::Fault fault;
+    std::string later;
+    c.kind = TakeTimedFault(rest, ms, fault) || TakeTimedLine(rest, ms, later)
+                 ? ScriptCommand::Kind::kClient
+                 : ScriptCommand::Kind::kNotUnderstood;
   } else if (Take(line, "reasons", rest)) {
     c.kind = ScriptCommand::Kind::kNotUnderstood;
     std::string n;
@@ -367,6 +414,17 @@ void PlayOnClient(aolsim::AolClient& client, const ScriptCommand& command) {
     aolsim::AolClient::Moment at{};
     aolsim::AolClient::Fault fault;
     if (TakeFault(rest, at, fault)) client.Arm(at, std::move(fault));
+  } else if (Take(line, "after", rest)) {
+    int ms = 0;
+    aolsim::AolClient::Fault fault;
+    std::string later;
+    if (TakeTimedFault(rest, ms, fault)) {
+      client.ArmAfter(ms, std::move(fault));
+    } else if (TakeTimedLine(rest, ms, later)) {
+      client.Later(ms, [&client, later] {
+        PlayOnClient(client, ParseScriptLine(later));
+      });
+    }
   }
 }
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "app/script.h"
+#include "host/keywords.h"
 #include "tests/unit/world.h"
 
 namespace v2 {
@@ -155,10 +156,27 @@ TEST(Host, FaultScriptLines) {
   ScriptCommand hang = ParseScriptLine("hang 2.5");
   EXPECT_EQ(hang.kind, Kind::kHang);
   EXPECT_EQ(hang.seconds, 2.5);
-  for (const char* refused :
-       {"hang", "hang -1", "hang 3601", "hang 1 s", "at", "at reply",
-        "at reply hang", "at reply room", "at popup room ", "at now dialog",
-        "at reply close", "at popup dialog now", "at reply hang x"}) {
+  for (const char* refused : {"hang",
+                              "hang -1",
+                              "hang 3601",
+                              "hang 1 s",
+                              "at",
+                              "at reply",
+                              "at reply hang",
+                              "at reply room",
+                              "at popup room ",
+                              "at now dialog",
+                              "at reply close",
+                              "at popup dialog now",
+                              "at reply hang x",
+                              "at keyword",
+                              "after",
+                              "after 2",
+                              "after x dialog",
+                              "after 3601 dialog",
+                              "after 2 hang",
+                              "after 2  dialog",
+                              "after -1 close client"}) {
     EXPECT_EQ(ParseScriptLine(refused).kind, Kind::kNotUnderstood) << refused;
   }
   ScriptCommand room = ParseScriptLine("at reply room The Den");
