@@ -49,14 +49,7 @@ void CheckNumeric(std::string_view s) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
                                       std::size_t size) {
   const std::string input(reinterpret_cast<const char*>(data), size);
-  std::string_view rest(input);
-  std::string_view part[3];
-  for (int i = 0; i < 3; ++i) {
-    auto nl = rest.find('\n');
-    part[i] = i < 2 ? rest.substr(0, nl) : rest;
-    rest = nl == std::string_view::npos || i == 2 ? std::string_view()
-                                                  : rest.substr(nl + 1);
-  }
+  const auto part = v2::fuzz::ThreeParts(input);
   const std::string_view title = part[0], first = part[1], second = part[2];
 
   const std::string down_name = v2::DownloadNameOf(first);

@@ -3,7 +3,7 @@
 // style, the labels naming them, two ruled lines and three labels that act
 // as buttons. Places in twips.
 #include "config/style_window.h"
-#include "platform/bmp.h"
+#include "shell/picture_form.h"
 #include "shell/pictures.h"
 #include "shell/program.h"
 
@@ -59,20 +59,9 @@ const LabelAt kLabelsAt[] = {
 void CreateForm4Window(Program& prog) {
   Form4& f = prog.form4;
   UiToolkit& ui = prog.platform.ui();
-  f.hwnd = ui.CreateForm("vantrel2 custom settings", 5700, 3240);
-  if (!f.hwnd) return;
-  f.window = ui.Shaped(f.hwnd);
-  // The picture is larger than the window; the window's own rectangle cuts
-  // the outline too.
-  if (auto pixels = LoadBmp(Form4Bmp())) {
-    f.Picture1 = ui.Picture(
-        f.hwnd, *pixels, 6000, 3750, Rgb(255, 0, 255),
-        [&prog](std::int16_t Button, std::int16_t Shift, float X, float Y) {
-          if (prog.form4.window) {
-            Picture1_MouseMove(*prog.form4.window, prog.form4.grab, Button,
-                               Shift, X, Y);
-          }
-        });
+  if (!CreatePictureForm(ui, f, "vantrel2 custom settings", 5700, 3240,
+                         Form4Bmp(), 6000, 3750)) {
+    return;
   }
   ui.AddLine(f.hwnd, f.Line2);
   ui.AddLine(f.hwnd, f.Line1);

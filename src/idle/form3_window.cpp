@@ -1,5 +1,5 @@
 #include "idle/reason_list.h"
-#include "platform/bmp.h"
+#include "shell/picture_form.h"
 #include "shell/pictures.h"
 #include "shell/program.h"
 
@@ -9,20 +9,9 @@ void CreateForm3Window(Program& prog) {
   Form3& f = prog.form3;
   UiToolkit& ui = prog.platform.ui();
   // Sizes and places in twips, as the window was drawn.
-  f.hwnd = ui.CreateForm("vantrel2 reasons", 2895, 3195);
-  if (!f.hwnd) return;
-  f.window = ui.Shaped(f.hwnd);
-  // The picture is larger than the window; the window's own rectangle cuts
-  // the outline too.
-  if (auto pixels = LoadBmp(Form3Bmp())) {
-    f.Picture1 = ui.Picture(
-        f.hwnd, *pixels, 4500, 3750, Rgb(255, 0, 255),
-        [&prog](std::int16_t Button, std::int16_t Shift, float X, float Y) {
-          if (prog.form3.window) {
-            Picture1_MouseMove(*prog.form3.window, prog.form3.grab, Button,
-                               Shift, X, Y);
-          }
-        });
+  if (!CreatePictureForm(ui, f, "vantrel2 reasons", 2895, 3195, Form3Bmp(),
+                         4500, 3750)) {
+    return;
   }
   ui.AddListBox(f.hwnd, f.List1, {480, 960, 2055, 1395},
                 [&prog] { Form3_List1_DblClick(prog); });
