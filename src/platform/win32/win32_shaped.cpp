@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "platform/win32/win32_bitmap.h"
+
 namespace v2::win32 {
 namespace {
 
@@ -147,17 +149,9 @@ Win32PictureBox::Win32PictureBox(const Pixels& picture, float width_twips,
 
 void Win32PictureBox::Make(const Pixels& picture, ColorRef back) {
   if (box_w_ <= 0 || box_h_ <= 0) return;
-  BITMAPINFO info{};
-  info.bmiHeader.biSize = sizeof(BITMAPINFOHEADER);
-  info.bmiHeader.biWidth = box_w_;
-  info.bmiHeader.biHeight = -box_h_;  // top-down
-  info.bmiHeader.biPlanes = 1;
-  info.bmiHeader.biBitCount = 32;
-  info.bmiHeader.biCompression = BI_RGB;
   void* bits = nullptr;
-  HBITMAP bitmap =
-      CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-  if (!bitmap || !bits) return;
+  HBITMAP bitmap = MakePixelBitmap(box_w_, box_h_, bits);
+  if (!bitmap) return;
   HDC dc = CreateCompatibleDC(nullptr);
   if (!dc) {
     ::DeleteObject(bitmap);

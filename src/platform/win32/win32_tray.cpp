@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "platform/win32/win32_bitmap.h"
 #include "platform/win32/win32_loop.h"
 #include "platform/win32/win32_ui.h"
 #include "platform/win32/win32_ui_parts.h"
@@ -37,20 +38,9 @@ HICON MakeTrayIcon() {
   const int u = size / 16;  // one cell of the 16 by 16 drawing
   const double radius = 3.0 * u;
 
-  BITMAPINFO info{};
-  info.bmiHeader.biSize = sizeof(info.bmiHeader);
-  info.bmiHeader.biWidth = size;
-  info.bmiHeader.biHeight = -size;  // top-down
-  info.bmiHeader.biPlanes = 1;
-  info.bmiHeader.biBitCount = 32;
-  info.bmiHeader.biCompression = BI_RGB;
   void* bits = nullptr;
-  HBITMAP colour =
-      CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-  if (!colour || !bits) {
-    if (colour) DeleteObject(colour);
-    return nullptr;
-  }
+  HBITMAP colour = MakePixelBitmap(size, size, bits);
+  if (!colour) return nullptr;
   const int mask_stride = (size + 15) / 16 * 2;
   std::vector<BYTE> mask(static_cast<std::size_t>(mask_stride * size), 0);
   auto* pixel = static_cast<std::uint32_t*>(bits);
