@@ -22,10 +22,6 @@ void AolClient::Start() {
   signing_on_ = false;
   signed_on_at_ms_ = host_.NowMs();
   OpenWelcome();
-
-  // An IM window has everything of a room but the people list.
-  OpenImFrom("Guide");
-
   OpenRoom("Lobby 1");
 }
 

@@ -41,17 +41,25 @@ TEST(Host, GetUserReadsTheWelcomeTitle) {
 
 TEST(Host, FindChatRoomPassesOverWindowsWithoutAPeopleList) {
   World w;
-  // The IM window stands ahead of the room and lacks only the list.
-  EXPECT_EQ(FindChatRoom(w.platform), w.client.room());
-  Hwnd mdi = FindMdiClient(w.platform);
-  Hwnd second = w.windows.Create(mdi, "AOL Child", "Room 2");
-  for (const char* cls :
-       {"RICHCNTL", "_AOL_Listbox", "_AOL_Icon", "_AOL_Static"}) {
-    w.windows.Create(second, cls, "");
-  }
-  EXPECT_EQ(FindChatRoom(w.platform), w.client.room());  // first in order
+  // An IM window has everything of a room but the people list: standing
+  // ahead of the rooms, it is passed over.
+  w.client.ReceiveIm("Ann", "hi");
   w.windows.Destroy(w.client.room());
-  EXPECT_EQ(FindChatRoom(w.platform), second);
+  EXPECT_EQ(FindChatRoom(w.platform), 0u);
+  Hwnd mdi = FindMdiClient(w.platform);
+  auto room = [&](const char* title) {
+    Hwnd h = w.windows.Create(mdi, "AOL Child", title);
+    for (const char* cls :
+         {"RICHCNTL", "RICHCNTL", "_AOL_Listbox", "_AOL_Icon", "_AOL_Static"}) {
+      w.windows.Create(h, cls, "");
+    }
+    return h;
+  };
+  Hwnd second = room("Room 2");
+  Hwnd third = room("Room 3");
+  EXPECT_EQ(FindChatRoom(w.platform), second);  // first in order
+  w.windows.Destroy(second);
+  EXPECT_EQ(FindChatRoom(w.platform), third);
 }
 
 TEST(Host, ChatSendKeepsWhatTheMemberHalfTyped) {

@@ -12,11 +12,13 @@ TEST(InstantMessages, ReceivedOnesAreFoundAnsweredAndClosed) {
   testing::World w;
   std::vector<std::string> events;
   w.client.on_event = [&](const std::string& e) { events.push_back(e); };
-  // The Guide's IM from the start is the first received one.
+  EXPECT_EQ(FindIM(w.platform), 0u);  // a member signs on to no IM
+  w.client.ReceiveIm("Guide", "welcome");
+  w.client.ReceiveIm("Ann", "hi");
+  // The first received one is found and answered.
   Hwnd guide = FindIM(w.platform);
   ASSERT_NE(guide, 0u);
   EXPECT_EQ(GetCaption(w.platform, guide), "Instant Message From: Guide");
-  w.client.ReceiveIm("Ann", "hi");
   IMReply(w.platform, "brb");
   EXPECT_EQ(events, (std::vector<std::string>{"[im to Guide] brb"}));
 
