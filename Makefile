@@ -6,6 +6,8 @@
 #   make win       vantrel2.exe and aolhost.exe: build-win/ (64-bit Windows)
 #                  and build-win32/ (32-bit Windows, for old machines),
 #                  stripped (WIN_SYMBOLS=ON keeps the symbols)
+#   make imports-check  the Windows programs import only what Windows XP SP3
+#                  (32-bit) and Vista (64-bit) have (tests/imports)
 #   make wine-test the scenario scripts marked for Wine, played by aolhost.exe
 #                  against vantrel2.exe under Wine (the Linux build makes
 #                  their MP3 files)
@@ -36,7 +38,8 @@ FORMAT_FILES  = $(sort $(shell find $(wildcard $(FORMAT_DIRS)) -type f \
 # The steps depend on each other's results; keep them in order under make -j.
 .NOTPARALLEL:
 .DEFAULT_GOAL := build
-.PHONY: deps build demo test asan-test bench-smoke win wine-test format \
+.PHONY: deps build demo test asan-test bench-smoke win imports-check \
+        wine-test format \
         format-check clean
 
 deps:
@@ -53,7 +56,7 @@ demo: build
 	$(BUILD_DIR)/vantrel2-sim $(ARGS)
 
 # Formatting first: it takes a second and needs no build.
-test: deps format-check build asan-test bench-smoke wine-test
+test: deps format-check build asan-test bench-smoke imports-check wine-test
 	@echo "make test: all passed"
 
 # Unit tests and every scenario script, under the address and undefined
@@ -89,6 +92,10 @@ win: deps
 	  -DCMAKE_TOOLCHAIN_FILE=cmake/mingw-w64-i686.cmake \
 	  -DV2_WIN_SYMBOLS=$(WIN_SYMBOLS)
 	$(CMAKE) --build $(WIN32_DIR) -j $(JOBS)
+
+# Each shipped executable against the list of what its oldest Windows has.
+imports-check: win
+	tests/imports/run $(WIN_DIR) $(WIN32_DIR)
 
 # Real windows, real messages, real time: each script runs for some seconds.
 wine-test: build win

@@ -54,7 +54,7 @@ void SimWindowHost::After(int ms, std::function<void()> work) {
   } else {
     p = std::make_shared<Pending>();
     std::weak_ptr<Pending> weak = p;
-    p->timer = loop_.CreateTimer([this, weak] {
+    p->timer = loop_.CreateForeignTimer([this, weak] {
       auto self = weak.lock();
       if (!self) return;
       // A stopped thread does its timed work once it pumps again.

@@ -33,13 +33,13 @@ bool Win32WindowHost::Minimized(Hwnd h) {
 }
 
 std::int64_t Win32WindowHost::NowMs() {
-  return static_cast<std::int64_t>(GetTickCount64());
+  return static_cast<std::int64_t>(MonotonicMs());
 }
 
 void Win32WindowHost::SetClock(const LocalTime& start) {
   clock_set_ = true;
   clock_start_ = start;
-  clock_set_at_ms_ = GetTickCount64();
+  clock_set_at_ms_ = MonotonicMs();
 }
 
 LocalTime Win32WindowHost::LocalNow() {
@@ -59,7 +59,7 @@ LocalTime Win32WindowHost::LocalNow() {
     ULARGE_INTEGER n;
     n.LowPart = f.dwLowDateTime;
     n.HighPart = f.dwHighDateTime;
-    n.QuadPart += (GetTickCount64() - clock_set_at_ms_) * 10000;  // 100 ns
+    n.QuadPart += (MonotonicMs() - clock_set_at_ms_) * 10000;  // 100 ns
     f.dwLowDateTime = n.LowPart;
     f.dwHighDateTime = n.HighPart;
     FileTimeToSystemTime(&f, &t);

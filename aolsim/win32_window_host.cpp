@@ -195,7 +195,7 @@ LRESULT CALLBACK HostAccess::Proc(HWND hwnd, UINT msg, WPARAM w, LPARAM l) {
   Win32WindowHost::Window* win = self ? self->Find(h) : nullptr;
   if (!win) return DefWindowProcA(hwnd, msg, w, l);
   if (ActingMessage(msg) && self->internal_ == 0) {
-    self->last_action_ms_ = GetTickCount64();
+    self->last_action_ms_ = Win32WindowHost::MonotonicMs();
   }
   if (win->handler) {
     auto handler = win->handler;  // it may destroy its own window
@@ -371,15 +371,25 @@ void Win32WindowHost::Hang(int ms) {
   if (ms > 0) Sleep(static_cast<DWORD>(ms));
 }
 
+std::uint64_t Win32WindowHost::MonotonicMs() {
+  LARGE_INTEGER frequency, now;
+  QueryPerformanceFrequency(&frequency);
+  QueryPerformanceCounter(&now);
+  // Whole seconds and the rest apart, so that nothing overflows.
+  const auto f = static_cast<std::uint64_t>(frequency.QuadPart);
+  const auto n = static_cast<std::uint64_t>(now.QuadPart);
+  return n / f * 1000 + n % f * 1000 / f;
+}
+
 void Win32WindowHost::PumpFor(int ms) {
-  const ULONGLONG deadline = GetTickCount64() + static_cast<ULONGLONG>(ms);
+  const ULONGLONG deadline = MonotonicMs() + static_cast<ULONGLONG>(ms);
   for (;;) {
     MSG msg;
     while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) {
       TranslateMessage(&msg);
       DispatchMessageA(&msg);
     }
-    ULONGLONG now = GetTickCount64();
+    ULONGLONG now = MonotonicMs();
     if (now >= deadline) return;
     MsgWaitForMultipleObjectsEx(0, nullptr, static_cast<DWORD>(deadline - now),
                                 QS_ALLINPUT, MWMO_INPUTAVAILABLE);

@@ -55,6 +55,10 @@ class Win32WindowHost : public WindowHost {
   // Handles messages until ms have passed.
   static void PumpFor(int ms);
 
+  // Milliseconds of a monotonic clock that never wraps, from the
+  // performance counter (GetTickCount64 is not on Windows XP).
+  static std::uint64_t MonotonicMs();
+
   struct Window;  // defined with the window procedure
 
  private:

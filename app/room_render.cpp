@@ -107,6 +107,10 @@ struct Look {
 
 class Renderer {
  public:
+  // line_break: what a CR (or CR LF) of the text becomes; empty for a
+  // blank, as in a room line, which is one line.
+  explicit Renderer(std::string_view line_break = {})
+      : line_break_(line_break) {}
   std::string Run(std::string_view text);
 
  private:
@@ -118,6 +122,7 @@ class Renderer {
   void Emit();
   Look Now() const;
 
+  std::string_view line_break_;
   std::string out_;
   std::vector<std::optional<Rgb>> fonts_;  // one per open font tag
   int bold_ = 0, underline_ = 0, italic_ = 0, strike_ = 0, link_ = 0;
@@ -268,6 +273,11 @@ std::size_t Renderer::Entity(std::string_view text, std::size_t i) {
 
 std::string Renderer::Run(std::string_view text) {
   for (std::size_t i = 0; i < text.size();) {
+    if (text[i] == '\r' && !line_break_.empty()) {
+      out_ += line_break_;
+      i += text.compare(i, 2, "\r\n") == 0 ? 2 : 1;
+      continue;
+    }
     std::size_t next = 0;
     if (text[i] == '<') next = Tag(text, i);
     if (text[i] == '&') next = Entity(text, i);
@@ -292,6 +302,21 @@ std::string RenderRoomLine(std::string_view line) {
   for (char c : line.substr(0, sep)) AppendByte(out, c);
   out += ":\t";
   return out + RenderMarkup(line.substr(sep + 2));
+}
+
+std::string RenderImEvent(std::string_view event) {
+  constexpr std::string_view kHead = "[im to ";
+  const std::size_t close = event.find("] ");
+  if (event.substr(0, kHead.size()) != kHead ||
+      close == std::string_view::npos) {
+    return RenderMarkup(event);
+  }
+  std::string out;
+  for (char c : event.substr(0, close + 1)) AppendByte(out, c);
+  std::string_view text = event.substr(close + 2);
+  // A message that begins with a line break begins under the heading.
+  if (!text.empty() && text[0] != '\r') out += ' ';
+  return out + Renderer("\n  ").Run(text);
 }
 
 }  // namespace v2

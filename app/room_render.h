@@ -17,4 +17,9 @@ std::string RenderMarkup(std::string_view text);
 // text rendered. A line without ":" and TAB is rendered whole.
 std::string RenderRoomLine(std::string_view line);
 
+// "[im to NAME] TEXT", an IM as the member's client delivers it: the heading
+// as it is, the text rendered, and each CR (or CR LF) of the text a new
+// line, indented under the heading.
+std::string RenderImEvent(std::string_view event);
+
 }  // namespace v2

@@ -107,6 +107,16 @@ std::string ClockText(const LocalTime& t) {
 
 }  // namespace
 
+ProgramProcess::ProgramProcess(sim::SimWindows& windows, sim::SimLoop& loop,
+                               sim::SimUserStore& user_store,
+                               sim::SimProfileService& profile,
+                               sim::SimFileSystem& files, sim::SimShell& shell)
+    : ui(windows),
+      media(loop.clock(), files),
+      platform{windows, loop, &user_store, &profile,
+               &files,  &ui,  &shell,      &media},
+      program(platform) {}
+
 Runner::Runner(const RunnerOptions& options, std::ostream& out,
                std::ostream& err)
     : options_(options),
@@ -116,17 +126,12 @@ Runner::Runner(const RunnerOptions& options, std::ostream& out,
             options.clock.value_or(sim::MachineLocalTime())),
       user_store_(options.user_store),
       files_(options.program_dir),
-      ui_(windows_),
-      media_(loop_.clock(), files_),
-      platform_{windows_, loop_, &user_store_, &profile_,
-                &files_,  &ui_,  &shell_,      &media_},
       host_(windows_, loop_),
       client_(host_, options.screen_name),
-      desktop_(host_),
-      program_(platform_) {
+      desktop_(host_) {
   loop_.sim_clock().SetUptime(options.uptime_ms);
   // At the terminal a room line looks as the client shows it: colours,
-  // bold and underline, and no tags.
+  // bold and underline, and no tags; so does an IM the client delivers.
   const bool rendered = !options.script && !options.raw;
   client_.on_line = [this, rendered](const std::string& line) {
     if (!rendered) {
@@ -136,35 +141,65 @@ Runner::Runner(const RunnerOptions& options, std::ostream& out,
     out_ << RenderRoomLine(line) << '\n';
     out_.flush();
   };
-  client_.on_event = [this](const std::string& event) { Print(event); };
-  ui_.on_event = [this](const std::string& event) { Print(event); };
+  client_.on_event = [this, rendered](const std::string& event) {
+    if (!rendered || event.rfind("[im to ", 0) != 0) {
+      Print(event);
+      return;
+    }
+    out_ << RenderImEvent(event) << '\n';
+    out_.flush();
+  };
   shell_.on_event = [this](const std::string& event) { Print(event); };
-  media_.on_event = [this](const std::string& event) { Print(event); };
+  client_.Start();
+  desktop_.ShowTaskBar();
+  NewProcess();
+}
+
+void Runner::NewProcess(std::deque<std::optional<std::string>> answers) {
+  process_ = std::make_unique<ProgramProcess>(windows_, loop_, user_store_,
+                                              profile_, files_, shell_);
+  sim::SimUi& ui = process_->ui;
+  for (auto& answer : answers) ui.QueueAnswer(std::move(answer));
+  ui.on_event = [this](const std::string& event) { Print(event); };
+  process_->media.on_event = [this](const std::string& event) { Print(event); };
   // The program's end is the process's end, as it is on Windows: whatever
   // the program was in the middle of goes with it.
-  ui_.on_end = [this] {
+  ui.on_end = [this] {
     loop_.Halt();
     if (!options_.end_process) return;
     out_.flush();
     err_.flush();
     std::exit(0);
   };
-  client_.Start();
-  desktop_.ShowTaskBar();
+  if (ui_ask_) ui.ask = ui_ask_;
+  started_ = false;
+}
+
+void Runner::Restart() {
+  Start();  // a program held so far is started, to be ended
+  // Nothing of the old process runs again, and nothing it did not write
+  // already is written: its timers, events, hooks and windows go with it.
+  loop_.EndProgram();
+  windows_.EndProgram();
+  auto answers = process_->ui.TakeAnswers();
+  process_.reset();
+  Print("[restart]");
+  NewProcess(std::move(answers));
+  Start();
 }
 
 void Runner::Start() {
   if (started_) return;
   started_ = true;
-  program_.Start();
+  process_->program.Start();
   loop_.RunUntilIdle();
 }
 
 void Runner::QueueAnswer(const ScriptCommand& command) {
   if (command.object == "answer") {
-    ui_.QueueAnswer(command.text);
+    process_->ui.QueueAnswer(command.text);
   } else {
-    ui_.QueueAnswer(std::nullopt);
+    process_->ui.QueueAnswer(std::nullopt);
   }
 }
 
@@ -204,7 +239,7 @@ Runner::Outcome Runner::Run(const std::string& raw) {
       PlayOnDesktop(desktop_, command);
       break;
     case ScriptCommand::Kind::kProgram:
-      if (command.object == "menu" && !program_.ClickMenu(command.text)) {
+      if (command.object == "menu" && !program().ClickMenu(command.text)) {
         return Outcome::kNotUnderstood;
       }
       PlayOnProgram(command);
@@ -224,6 +259,9 @@ Runner::Outcome Runner::Run(const std::string& raw) {
       }
       break;
     }
+    case ScriptCommand::Kind::kRestart:
+      Restart();
+      break;
     case ScriptCommand::Kind::kWait:
       loop_.RunFor(static_cast<std::int64_t>(command.seconds * 1000.0 + 0.5));
       break;
@@ -247,19 +285,19 @@ Runner::Outcome Runner::Run(const std::string& raw) {
         break;
       }
       if (command.object == "menu") {
-        for (const std::string& line : MenuLines(program_.form2)) {
+        for (const std::string& line : MenuLines(program().form2)) {
           Print("[menu] " + line);
         }
         break;
       }
       std::string value;
       if (command.object == "media") {
-        value = media_.Describe();
+        value = process_->media.Describe();
       } else if (command.object == "time") {
         value = ClockText(loop_.clock().LocalNow());
       } else if (!ShowOfClient(client_, command.object, value) &&
                  !ShowOfDesktop(desktop_, command.object, value) &&
-                 !program_.Show(command.object, value)) {
+                 !program().Show(command.object, value)) {
         return Outcome::kNotUnderstood;
       }
       Print("[" + command.object + "] " + value);
@@ -273,7 +311,7 @@ Runner::Outcome Runner::Run(const std::string& raw) {
 void Runner::PlayOnProgram(const ScriptCommand& command) {
   if (command.object == "menu") return;  // clicked above
   if (command.object == "tray") {
-    ui_.ClickTray(command.text == "right" ? 2 : 1);
+    process_->ui.ClickTray(command.text == "right" ? 2 : 1);
     return;
   }
   if (command.object.compare(0, 7, "custom ") == 0) {
@@ -282,27 +320,27 @@ void Runner::PlayOnProgram(const ScriptCommand& command) {
   }
   // The member's hands in the reason list window, which the first touch
   // brings into being.
-  EnsureForm3(program_);
+  EnsureForm3(program());
   if (command.object == "reasons add") {
-    program_.form3.Text1.Text.Set(command.text);
-    Form3_Text1_KeyPress(program_, 13);
+    program().form3.Text1.Text.Set(command.text);
+    Form3_Text1_KeyPress(program(), 13);
   } else if (command.object == "reasons edit") {
     // A double click on entry N selects it first; below the last entry it
     // lands on nothing.
     int n = std::stoi(command.text);
-    program_.form3.List1.ListIndex =
-        n < program_.form3.List1.ListCount() ? n : -1;
-    Form3_List1_DblClick(program_);
+    program().form3.List1.ListIndex =
+        n < program().form3.List1.ListCount() ? n : -1;
+    Form3_List1_DblClick(program());
   } else if (command.object == "reasons save") {
-    Form3_Label1_Click(program_);
+    Form3_Label1_Click(program());
   } else if (command.object == "reasons cancel") {
-    Form3_Label2_Click(program_);
+    Form3_Label2_Click(program());
   }
 }
 
 // settings.dat line by line, as it lies beside the program.
 void Runner::ShowSettingsFile() {
-  std::ifstream in(files_.NativePath(SettingsFile(platform_)),
+  std::ifstream in(files_.NativePath(SettingsFile(process_->platform)),
                    std::ios::binary);
   if (!in) {
     Print("[settings.dat] missing");
@@ -317,10 +355,10 @@ void Runner::ShowSettingsFile() {
 
 // The member's hands in the style window.
 void Runner::PlayOnForm4(const ScriptCommand& command) {
-  EnsureForm4(program_);
+  EnsureForm4(program());
   if (command.object == "custom type") {
     const auto blank = command.text.find(' ');
-    TextBox* box = Form4Field(program_.form4, command.text.substr(0, blank));
+    TextBox* box = Form4Field(program().form4, command.text.substr(0, blank));
     // A disabled field takes no keys; a full one loses the rest.
     if (!box || !box->Enabled) return;
     box->Text.Set("");
@@ -335,11 +373,11 @@ void Runner::PlayOnForm4(const ScriptCommand& command) {
       box->Text.Set(now + key);
     }
   } else if (command.object == "custom save") {
-    Form4_Label8_Click(program_);
+    Form4_Label8_Click(program());
   } else if (command.object == "custom test") {
-    Form4_Label9_Click(program_);
+    Form4_Label9_Click(program());
   } else if (command.object == "custom cancel") {
-    Form4_Label10_Click(program_);
+    Form4_Label10_Click(program());
   }
 }
 
@@ -392,8 +430,9 @@ std::optional<std::string> Runner::ReadTerminalLine() {
 int Runner::RunInteractive() {
   err_ << "vantrel2-sim: " << Cp1252ToUtf8(options_.screen_name)
        << " is signed on and in the room. Type a line to say it, or a command\n"
-          "(say, type, typeahead, other NAME TEXT, wait S, show OBJECT,\n"
-          "close welcome, open welcome, close client, open client,\n"
+          "(say, type, typeahead, other NAME TEXT, im NAME TEXT, wait S,\n"
+          "show OBJECT, close welcome, open welcome, close client,\n"
+          "open client, restart,\n"
           "menu ITEM, tray right, answer TEXT, download NAME PERCENT MINUTES,\n"
           "aim NAME, aim off, pointer X Y,\n"
           "custom type FIELD TEXT, custom save, custom test, custom cancel).\n"
@@ -401,11 +440,12 @@ int Runner::RunInteractive() {
           "cancels). End with Ctrl-D.\n";
   // A box the program opens takes the next line typed; the program waits
   // for it as it would for the member.
-  ui_.ask = [this]() -> std::optional<std::string> {
+  ui_ask_ = [this]() -> std::optional<std::string> {
     std::optional<std::string> line = ReadTerminalLine();
     if (line) line = Utf8ToCp1252(*line);
     return line;
   };
+  process_->ui.ask = ui_ask_;
   Start();
   loop_.SetInput(STDIN_FILENO, [&] {
     ReadTerminal();

@@ -1,7 +1,9 @@
 #pragma once
 // The scenario runner: the real program against the simulated client, played
 // by a script or by a person at the terminal.
+#include <deque>
 #include <iosfwd>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -40,6 +42,19 @@ struct RunnerOptions {
 bool ParseRunnerArgs(int argc, const char* const* argv, RunnerOptions& options,
                      std::string& error);
 
+// One run of the program, as the machine runs it: its own windows and
+// toolkit, its media control and the Program. It ends with its process;
+// the client, the stores, the files and the clock stay.
+struct ProgramProcess {
+  ProgramProcess(sim::SimWindows& windows, sim::SimLoop& loop,
+                 sim::SimUserStore& user_store, sim::SimProfileService& profile,
+                 sim::SimFileSystem& files, sim::SimShell& shell);
+  sim::SimUi ui;
+  sim::SimMedia media;
+  Platform platform;
+  Program program;
+};
+
 class Runner {
  public:
   Runner(const RunnerOptions& options, std::ostream& out, std::ostream& err);
@@ -63,11 +78,17 @@ class Runner {
   sim::SimLoop& loop() { return loop_; }
   aolsim::AolClient& client() { return client_; }
   aolsim::Desktop& desktop() { return desktop_; }
-  sim::SimMedia& media() { return media_; }
-  Program& program() { return program_; }
+  sim::SimMedia& media() { return process_->media; }
+  Program& program() { return process_->program; }
 
  private:
   enum class Outcome { kDone, kNotUnderstood };
+  // A new process of the program, wired to the runner's output, with the
+  // answers queued before it; it starts at Start().
+  void NewProcess(std::deque<std::optional<std::string>> answers = {});
+  // The process is ended at once, as a machine ends it ("[restart]"), and a
+  // new one starts as at the run's start.
+  void Restart();
   Outcome Run(const std::string& line);
   void PlayOnProgram(const ScriptCommand& command);
   void PlayOnForm4(const ScriptCommand& command);
@@ -90,18 +111,17 @@ class Runner {
   sim::SimUserStore user_store_;
   sim::SimProfileService profile_;
   sim::SimFileSystem files_;
-  sim::SimUi ui_;
   sim::SimShell shell_;
-  sim::SimMedia media_;
-  Platform platform_;
   aolsim::SimWindowHost host_;
   aolsim::AolClient client_;
   aolsim::Desktop desktop_;
-  Program program_;
+  std::unique_ptr<ProgramProcess> process_;
   bool started_ = false;
   std::string pending_;  // what the terminal gave and nobody took yet
   bool input_done_ = false;
   TrackTags track_tags_;  // what the next `track` lines write
+  // At the terminal: a box the program opens takes the next line typed.
+  std::function<std::optional<std::string>()> ui_ask_;
 };
 
 }  // namespace v2

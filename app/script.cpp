@@ -286,6 +286,8 @@ ScriptCommand ParseScriptLine(const std::string& utf8_line) {
     c.kind = ScriptCommand::Kind::kProgram;
     c.object = "tray";
     c.text = line.substr(5);
+  } else if (line == "restart") {
+    c.kind = ScriptCommand::Kind::kRestart;
   } else if (Take(line, "show", rest)) {
     c.kind = ScriptCommand::Kind::kShow;
     c.object = rest;

@@ -22,6 +22,7 @@ struct ScriptCommand {
     kTrack,    // an MP3 file made: object its name, seconds its length
     kTags,     // the tags of the tracks made from here on: text
     kHang,     // the client stops answering for seconds
+    kRestart,  // the program's process is ended and started again
 
     kNotUnderstood,
   };

@@ -5,9 +5,10 @@
 
 namespace v2 {
 
-TimerId LoopCore::CreateTimer(std::function<void()> tick) {
+TimerId LoopCore::CreateTimer(std::function<void()> tick, bool other) {
   auto t = std::make_unique<Timer>();
   t->tick = std::move(tick);
+  t->other = other;
   timers_.push_back(std::move(t));
   return static_cast<TimerId>(timers_.size() - 1);
 }
@@ -51,6 +52,17 @@ void LoopCore::WakeTimer(TimerId id, std::int64_t now) {
   std::int64_t beat = OnBeat(*t, std::max(now, t->last + 1));
   if (t->asleep || beat < t->due) t->due = beat;
   t->asleep = false;
+}
+
+void LoopCore::EndProgram() {
+  // Ids are places in timers_: an ended program's stay taken, and dead.
+  for (auto& t : timers_) {
+    if (t->other) continue;
+    t->enabled = false;
+    t->tick = nullptr;
+  }
+  posted_.clear();
+  watchers_.clear();
 }
 
 void LoopCore::Post(std::function<void()> event) {

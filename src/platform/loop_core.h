@@ -18,13 +18,19 @@ class LoopCore {
   // The window manager does not time anything shorter than this.
   static constexpr int kTimerMinimumMs = 10;
 
-  TimerId CreateTimer(std::function<void()> tick);
+  // other: the timer is another program's (the simulated client's), which
+  // the program's end leaves running.
+  TimerId CreateTimer(std::function<void()> tick, bool other = false);
   void SetTimer(TimerId id, int interval_ms, bool enabled, std::int64_t now);
   void SleepTimer(TimerId id, std::int64_t until);
   void WakeTimer(TimerId id, std::int64_t now);
   void Post(std::function<void()> event);
   void AddWatcher(std::function<void()> look, int interval_ms,
                   std::int64_t now);
+
+  // The program's process has ended: its timers never fire again, and its
+  // posted events and watchers are gone. Other programs' timers go on.
+  void EndProgram();
 
   // Runs the events that were waiting when it began; true if there were any.
   bool RunPosted();
@@ -47,6 +53,7 @@ class LoopCore {
     bool enabled = false;
     bool running = false;
     bool asleep = false;  // until woken; due keeps the beat meanwhile
+    bool other = false;   // another program's
     std::int64_t due = 0;
     std::int64_t last = 0;  // when the last tick started
   };

@@ -58,6 +58,18 @@ TEST(RoomRender, TextIsNeverATerminalControl) {
   EXPECT_EQ(RenderMarkup("<blink>x<br>y"), "x y");
 }
 
+TEST(RoomRender, AnImShowsItsLinesUnderItsHeading) {
+  // The answering machine's reply: a CR, a line, a CR LF, a line. No CR
+  // reaches the terminal, and no tag; the colour goes on across the break.
+  EXPECT_EQ(RenderImEvent("[im to Bob] \r<font color=#ff8000>away\r\n"
+                          "<b>back</b> soon"),
+            std::string("[im to Bob]\n  ") + kOrange + "away\n  " +
+                "\x1b[0;1;38;2;255;128;0mback" + kOrange + " soon" + kReset);
+  EXPECT_EQ(RenderImEvent("[im to Ann] hi"), "[im to Ann] hi");
+  // Anything else is one line, as a room line's text.
+  EXPECT_EQ(RenderImEvent("[ims] off\r"), "[ims] off ");
+}
+
 TEST(RoomRender, TheRunnerKeepsThePrintedFormWhenAskedFor) {
   const char* argv[] = {"vantrel2-sim", "--raw", "--screen-name", "Bob"};
   RunnerOptions options;

@@ -113,6 +113,15 @@ void SimLoop::AddWatcher(std::function<void()> look, int interval_ms) {
   core_.AddWatcher(std::move(look), interval_ms, clock_.NowMs());
 }
 
+TimerId SimLoop::CreateForeignTimer(std::function<void()> tick) {
+  return core_.CreateTimer(std::move(tick), true);
+}
+
+void SimLoop::EndProgram() {
+  core_.EndProgram();
+  halted_ = false;
+}
+
 void SimLoop::AddForeign(std::function<bool()> work) {
   foreign_.push_back(std::move(work));
 }

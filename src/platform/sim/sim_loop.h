@@ -59,6 +59,12 @@ class SimLoop : public EventLoop {
   // Work of the other process (the simulated client): it runs at every pump
   // and before every wait; it returns whether it did anything.
   void AddForeign(std::function<bool()> work);
+  // A timer of the other process, which the program's end leaves running.
+  TimerId CreateForeignTimer(std::function<void()> tick);
+  // The program's process has ended, as a machine ends it: none of its
+  // timers, events or watchers runs again, and a new program can start on
+  // the same clock beside the same client.
+  void EndProgram();
   // Real time only: a wait also ends when fd is readable, and ready() runs.
   void SetInput(int fd, std::function<void()> ready);
 

@@ -3,6 +3,7 @@
 // the window tree with its place and outline; its controls stay plain values.
 #include <deque>
 #include <optional>
+#include <utility>
 
 #include "platform/sim/sim_shaped.h"
 #include "platform/sim/sim_windows.h"
@@ -33,6 +34,10 @@ class SimUi : public UiToolkit {
                        const std::string& preset) override;
   void QueueAnswer(std::optional<std::string> answer) {
     answers_.push_back(std::move(answer));
+  }
+  // The answers no box has taken yet, for a program started anew.
+  std::deque<std::optional<std::string>> TakeAnswers() {
+    return std::exchange(answers_, {});
   }
   // The tray reports "[tray] shown TIP" and "[tray] removed"; a click on
   // an entry that is not there does nothing.

@@ -71,6 +71,20 @@ void SimWindows::Destroy(Hwnd h) {
   Changed();
 }
 
+void SimWindows::EndProgram() {
+  // The program's hooks go first: nothing of it hears its windows go.
+  watchers_.clear();
+  creation_watchers_.clear();
+  std::vector<Hwnd> own;
+  for (Hwnd h : top_level_) {
+    if (Find(h)->owner == Owner::kProgram) own.push_back(h);
+  }
+  for (Hwnd h : own) Destroy(h);
+  if (!Find(capture_)) capture_ = 0;
+  // What it posted to its own windows is gone with them.
+  std::erase_if(posted_, [this](const Posted& p) { return !Find(p.h); });
+}
+
 bool SimWindows::WatchChanges(std::function<void()> changed) {
   watchers_.push_back(std::move(changed));
   return true;

@@ -45,6 +45,10 @@ class SimWindows : public WindowServices {
               Owner owner = Owner::kOther);
   // Destroys the window and everything under it.
   void Destroy(Hwnd h);
+  // The program's process has ended: its windows are gone and its hooks
+  // (WatchChanges, WatchCreations) hear nothing more. What it posted to
+  // the other process's windows is still delivered.
+  void EndProgram();
   LResult DefWindowProc(Hwnd h, std::uint32_t msg, WParam w, LParam l);
 
   std::string_view TextView(Hwnd h) const;

@@ -1,0 +1,167 @@
+// aolhost.exe's side of the program: starting it, answering its boxes,
+// seeing it end, and ending it for a restart.
+#include "app/aolhost_program.h"
+
+#include <algorithm>
+
+#include "aolsim/win32_window_host.h"
+
+namespace v2 {
+namespace {
+
+// A read of the program's box waits at most this long for the program.
+constexpr UINT kReadBoundMs = 2000;
+constexpr int kLookEveryMs = 20;
+// How long a program started has to show its main window, and one ended to
+// be gone.
+constexpr ULONGLONG kLaunchBoundMs = 60000;
+constexpr DWORD kKillBoundMs = 10000;
+constexpr ULONGLONG kCloseBoundMs = 5000;
+// The program's input box, by its window class.
+constexpr const char* kInputBoxClass = "vantrel2 inputbox";
+
+ULONGLONG Now() { return aolsim::Win32WindowHost::MonotonicMs(); }
+
+// Text of a window of the program's, as the window itself gives it.
+std::string TextOf(HWND h) {
+  DWORD_PTR length = 0;
+  if (!SendMessageTimeoutA(h, WM_GETTEXTLENGTH, 0, 0, SMTO_ABORTIFHUNG,
+                           kReadBoundMs, &length)) {
+    return {};
+  }
+  std::string text(length + 1, '\0');
+  DWORD_PTR got = 0;
+  if (!SendMessageTimeoutA(h, WM_GETTEXT, text.size(),
+                           reinterpret_cast<LPARAM>(text.data()),
+                           SMTO_ABORTIFHUNG, kReadBoundMs, &got)) {
+    return {};
+  }
+  text.resize(std::min<std::size_t>(got, length));
+  return text;
+}
+
+}  // namespace
+
+ProgramWatch::~ProgramWatch() {
+  if (process_) CloseHandle(process_);
+}
+
+bool ProgramWatch::Launch(const std::string& file) {
+  if (process_) CloseHandle(process_);
+  process_ = nullptr;
+  program_seen_ = gone_ = false;
+  handled_.clear();
+  STARTUPINFOA startup{};
+  startup.cb = sizeof(startup);
+  PROCESS_INFORMATION info{};
+  std::string command = "\"" + file + "\"";
+  // The program's working directory is aolhost's: the run's folder.
+  if (!CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0,
+                      nullptr, nullptr, &startup, &info)) {
+    return false;
+  }
+  CloseHandle(info.hThread);
+  process_ = info.hProcess;
+  const ULONGLONG start = Now();
+  while (!program_seen_ && !gone_) {
+    if (Now() - start > kLaunchBoundMs) return false;
+    PumpFor(50);
+  }
+  return true;
+}
+
+bool ProgramWatch::Kill() {
+  if (!process_) return true;
+  TerminateProcess(process_, 1);
+  const bool ended =
+      WaitForSingleObject(process_, kKillBoundMs) == WAIT_OBJECT_0;
+  CloseHandle(process_);
+  process_ = nullptr;
+  program_seen_ = false;
+  handled_.clear();
+  return ended;
+}
+
+void ProgramWatch::Close() {
+  if (HWND program =
+          program_.empty() ? nullptr : FindWindowA(program_.c_str(), nullptr)) {
+    PostMessageA(program, WM_CLOSE, 0, 0);
+  }
+  if (!process_) return;
+  const ULONGLONG start = Now();
+  while (WaitForSingleObject(process_, 0) != WAIT_OBJECT_0 &&
+         Now() - start < kCloseBoundMs) {
+    aolsim::Win32WindowHost::PumpFor(kLookEveryMs);
+  }
+  Kill();
+}
+
+void ProgramWatch::PumpFor(int ms) {
+  const ULONGLONG start = Now();
+  for (;;) {
+    Look();
+    ULONGLONG now = Now();
+    if (gone_ || now - start >= static_cast<ULONGLONG>(ms)) return;
+    aolsim::Win32WindowHost::PumpFor(static_cast<int>(
+        std::min<ULONGLONG>(kLookEveryMs, ms - (now - start))));
+  }
+}
+
+void ProgramWatch::Look() {
+  if (gone_) return;
+  HWND program =
+      program_.empty() ? nullptr : FindWindowA(program_.c_str(), nullptr);
+  if (program) {
+    program_seen_ = true;
+    Follow(program);
+  }
+  std::erase_if(handled_, [](HWND h) { return !IsWindow(h); });
+  for (HWND box = nullptr;
+       (box = FindWindowExA(nullptr, box, kInputBoxClass, nullptr));) {
+    Follow(box);
+    if (std::find(handled_.begin(), handled_.end(), box) == handled_.end()) {
+      Answer(box);
+    }
+  }
+  bool ended = (program_seen_ && !program) ||
+               (process_ && WaitForSingleObject(process_, 0) == WAIT_OBJECT_0);
+  if (ended) {
+    gone_ = true;
+    if (on_event) on_event("[exit]");
+  }
+}
+
+void ProgramWatch::Follow(HWND h) {
+  if (process_) return;
+  DWORD id = 0;
+  GetWindowThreadProcessId(h, &id);
+  if (id) process_ = OpenProcess(SYNCHRONIZE, FALSE, id);
+}
+
+void ProgramWatch::Answer(HWND box) {
+  HWND prompt = FindWindowExA(box, nullptr, "Static", nullptr);
+  HWND edit = FindWindowExA(box, nullptr, "Edit", nullptr);
+  HWND ok = FindWindowExA(box, nullptr, "Button", "OK");
+  HWND cancel = FindWindowExA(box, nullptr, "Button", "Cancel");
+  // The box shows itself once it is complete.
+  if (!IsWindowVisible(box) || !prompt || !edit || !ok || !cancel) return;
+  handled_.push_back(box);
+  if (on_event) {
+    on_event("[inputbox] " + TextOf(prompt) + " | " + TextOf(box) + " | " +
+             TextOf(edit));
+  }
+  std::optional<std::string> answer;
+  if (!answers.empty()) {
+    answer = std::move(answers.front());
+    answers.pop_front();
+  }
+  if (answer) {
+    SendMessageTimeoutA(edit, WM_SETTEXT, 0,
+                        reinterpret_cast<LPARAM>(answer->c_str()),
+                        SMTO_ABORTIFHUNG, kReadBoundMs, nullptr);
+  }
+  PostMessageA(answer ? ok : cancel, BM_CLICK, 0, 0);
+  last_answer_ms_ = Now();
+}
+
+}  // namespace v2

@@ -1,0 +1,66 @@
+#pragma once
+// What aolhost.exe sees of the program that drives its client: the
+// program's input boxes, which it answers as the member would, and its end.
+// Given the program's file, aolhost also starts it (only once the client is
+// signed on and in its room, never beside a client still coming up) and
+// ends it and starts it again for `restart`, as a machine does.
+#include <windows.h>
+
+#include <deque>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace v2 {
+
+class ProgramWatch {
+ public:
+  // program: the class of the program's main window ("" for none).
+  explicit ProgramWatch(std::string program) : program_(std::move(program)) {}
+  ~ProgramWatch();
+  ProgramWatch(const ProgramWatch&) = delete;
+  ProgramWatch& operator=(const ProgramWatch&) = delete;
+
+  // Starts the program file (a path, or a name in the working directory)
+  // and waits, handling the client's messages, until its main window is up
+  // or it has ended; false when it could not be started or no window came
+  // within the bound.
+  bool Launch(const std::string& file);
+  // Ends the program's process at once (nothing of it runs to its end) and
+  // waits for it to be gone; false when it is not gone within the bound.
+  bool Kill();
+  // Asks the program to close, as the system does at the end of a session,
+  // and ends it when it has not gone within a few seconds.
+  void Close();
+
+  // Told "[inputbox] PROMPT | TITLE | PRESET" and "[exit]" as they happen.
+  std::function<void(const std::string&)> on_event;
+  // The answers for the next boxes, in order; nullopt cancels.
+  std::deque<std::optional<std::string>> answers;
+  // The program has ended by itself ("[exit]" is printed once).
+  bool gone() const { return gone_; }
+  // When a box was last answered: the program goes on from there.
+  ULONGLONG last_answer_ms() const { return last_answer_ms_; }
+
+  // Handles the client's messages for ms, looking every few milliseconds;
+  // returns early once the program is gone.
+  void PumpFor(int ms);
+  // One look: a box to answer, the program's end.
+  void Look();
+
+ private:
+  // The program's process, from the first of its windows seen: it can end
+  // before its main window is up, say at a question of its start.
+  void Follow(HWND h);
+  void Answer(HWND box);
+
+  std::string program_;
+  bool program_seen_ = false;
+  bool gone_ = false;
+  HANDLE process_ = nullptr;
+  std::vector<HWND> handled_;  // boxes answered that may still be up
+  ULONGLONG last_answer_ms_ = 0;
+};
+
+}  // namespace v2
