@@ -22,7 +22,8 @@ void Timer6_Timer(Program& prog) {
   Platform& p = prog.platform;
   const WindowWatch::Mark mark = prog.watch.Now();
   if (FindIM(p) == 0) {
-    prog.watch.SleepUnlessChanged(prog.form2.Timer6, mark);
+    // An IM comes in a window of its own: only a new window can change that.
+    prog.watch.SleepUntilMade(prog.form2.Timer6, mark);
     return;
   }
   // The member may read it meanwhile; a window closed now costs nothing.

@@ -42,27 +42,46 @@ bool SplitChatLine(std::string_view piece, std::string& name,
 ChatScanner::ChatScanner(Platform& platform, std::function<Hwnd()> finder)
     : platform_(platform), finder_(std::move(finder)) {}
 
-void ChatScanner::ScanOn() {
-  whole_.reset();
-  if (!watching_) {
-    watching_ = true;
-    platform_.loop.AddWatcher(
-        [this] {
-          if (scanning_) Look();
-        },
-        kLookIntervalMs);
-  }
-  if (scanning_) return;
-  scanning_ = true;
-  room_ = 0;
-  Hwnd t = finder_();
-  if (!t) return;
-  // A client that does not answer now is taken up by the next look.
-  auto n = platform_.windows.SendMessageTimeoutA(t, kWmGetTextLength, 0, 0);
-  if (n) Rebase(t, static_cast<int>(*n));
+void ChatScanner::Watch() {
+  if (watching_) return;
+  watching_ = true;
+  told_->loop = &platform_.loop;
+  told_->watcher = platform_.loop.AddWatcher(
+      [this] {
+        if (scanning_) {
+          Look();
+        } else {
+          platform_.loop.SleepWatcher(told_->watcher);  // woken by ScanOn
+        }
+      },
+      kLookIntervalMs);
+  std::weak_ptr<Told> weak = told_;
+  told_made_ = platform_.windows.WatchCreations([weak] {
+    if (auto told = weak.lock()) {
+      ++told->made;
+      // A new window can be a new room: the next look comes at once.
+      told->loop->WakeWatcher(told->watcher);
+    }
+  });
 }
 
-void ChatScanner::ScanOff() { scanning_ = false; }
+void ChatScanner::ScanOn() {
+  whole_.reset();
+  Watch();
+  if (scanning_) return;
+  scanning_ = true;
+  platform_.loop.WakeWatcher(told_->watcher);
+  room_ = 0;
+  Hwnd t = Find(platform_.clock().NowMs());
+  if (!t) return;
+  // A client that does not answer now is taken up by the next look.
+  if (auto stamp = platform_.windows.TextLengthW(t)) Rebase(t, *stamp);
+}
+
+void ChatScanner::ScanOff() {
+  scanning_ = false;
+  if (watching_) platform_.loop.SleepWatcher(told_->watcher);
+}
 
 std::optional<std::string> ChatScanner::Read(Hwnd transcript, int from,
                                              int to) {
@@ -75,12 +94,7 @@ std::optional<std::string> ChatScanner::Read(Hwnd transcript, int from,
   }
   // The control hands out no range: read it whole, once in a look. Only a
   // control that answered that read is known to have no ranges.
-  if (!whole_) {
-    whole_ = ReadText(platform_.windows, transcript);
-    if (!*whole_) return std::nullopt;
-    ranges_ = false;
-    head_ = (*whole_)->substr(0, kAnchorChars);
-  }
+  if (!whole_ && !ReadWhole(transcript)) return std::nullopt;
   if (!*whole_) return std::nullopt;
   const std::string& all = **whole_;
   if (from >= static_cast<int>(all.size())) return std::string();
@@ -88,65 +102,137 @@ std::optional<std::string> ChatScanner::Read(Hwnd transcript, int from,
                     static_cast<std::size_t>(to - from));
 }
 
-bool ChatScanner::Rebase(Hwnd transcript, int length) {
+bool ChatScanner::ReadWhole(Hwnd transcript) {
+  whole_ = ReadText(platform_.windows, transcript);
+  if (!*whole_) return false;
+  ranges_ = false;
+  head_ = (*whole_)->substr(0, kAnchorChars);
+  return true;
+}
+
+bool ChatScanner::Rebase(Hwnd transcript, LResult stamp,
+                         std::optional<int> length) {
   if (transcript != room_) ranges_ = true;
-  auto anchor = Read(transcript, std::max(0, length - kAnchorChars), length);
+  if (!length) {
+    if (auto n = platform_.windows.SendMessageTimeoutA(
+            transcript, kWmGetTextLength, 0, 0)) {
+      length = static_cast<int>(*n);
+    }
+  }
+  std::optional<std::string> anchor;
+  if (length)
+    anchor = Read(transcript, std::max(0, *length - kAnchorChars), *length);
   if (!anchor) {
     room_ = 0;  // taken up afresh at the next look
     return false;
   }
   room_ = transcript;
-  seen_ = length;
+  stamp_ = stamp;
+  seen_ = *length;
   anchor_ = std::move(*anchor);
+  checked_at_ = platform_.clock().NowMs();
   return true;
 }
 
-Hwnd ChatScanner::Transcript() {
-  // Finding the room walks the client's windows, many lookups; in between,
-  // the transcript found last time stands while it is there.
-  std::int64_t now = platform_.clock().NowMs();
-  if (room_ && now - found_at_ < kFindEveryMs && now >= found_at_ &&
-      platform_.windows.IsWindow(room_)) {
-    return room_;
-  }
+bool ChatScanner::MustFind(std::int64_t now) const {
+  // Finding the room walks the client's windows, a dozen lookups; the
+  // transcript found stands until a window is made (a new room could be
+  // ahead of it), and for a while, for what no event tells (a room brought
+  // ahead of another).
+  if (room_ == 0) return true;
+  if (told_made_ && told_->made != made_seen_) return true;
+  const int every = told_made_ ? kFindEveryToldMs : kFindEveryMs;
+  return now - found_at_ >= every || now < found_at_;
+}
+
+Hwnd ChatScanner::Find(std::int64_t now) {
   found_at_ = now;
+  made_seen_ = told_->made;
+  none_ = false;
   return finder_();
+}
+
+void ChatScanner::Idle() {
+  room_ = 0;
+  none_ = true;
+  // Only a window made can bring a room, and that wakes the watcher.
+  if (told_made_) platform_.loop.SleepWatcher(told_->watcher);
 }
 
 void ChatScanner::Look() {
   whole_.reset();
-  Hwnd t = Transcript();
+  const std::int64_t now = platform_.clock().NowMs();
+  Hwnd t = room_;
+  if (MustFind(now)) {
+    if (room_ == 0 && none_ && told_made_ && told_->made == made_seen_) {
+      Idle();  // nothing made since a find that found no room
+      return;
+    }
+    t = Find(now);
+  }
   if (!t) {
-    room_ = 0;
+    Idle();
     return;
   }
   // Every read of a look must be answered; one that is not (a hung client)
   // leaves everything as it was for the next look.
-  auto length =
-      platform_.windows.SendMessageTimeoutA(t, kWmGetTextLength, 0, 0);
-  if (!length) return;
-  const auto n = static_cast<int>(*length);
+  auto stamp = platform_.windows.TextLengthW(t);
+  if (!stamp) return;
+  if (t == room_ && *stamp == 0 && stamp_ != 0 &&
+      !platform_.windows.IsWindow(t)) {
+    // The room closed, or the client went: whatever room there is now.
+    t = Find(now);
+    if (!t) {
+      Idle();
+      return;
+    }
+    stamp = platform_.windows.TextLengthW(t);
+    if (!stamp) return;
+  }
   if (t != room_) {
-    Rebase(t, n);  // another room: what was said there before is not news
+    Rebase(t, *stamp);  // another room: what was said there before is not news
     return;
   }
-  if (!ranges_ && n == seen_) {
+  if (*stamp == 0 && stamp_ == 0 && seen_ == 0) return;  // still empty
+  if (*stamp == stamp_ && !ranges_) {
+    // The same length: nothing came, unless a trim at the top took away
+    // exactly as much; that changes the first characters, looked at now
+    // and then.
+    if (now - checked_at_ < kCheckEveryMs && now >= checked_at_) return;
     auto head = ReadTextHead(platform_.windows, t, kAnchorChars);
-    if (!head || *head == head_) return;
+    if (!head) return;
+    if (*head == head_) {
+      checked_at_ = now;
+      return;
+    }
   }
-  LookAt(t, n);
+  if (LookAt(t)) {
+    stamp_ = *stamp;
+    checked_at_ = now;
+  }
 }
 
-void ChatScanner::LookAt(Hwnd t, int n) {
+bool ChatScanner::LookAt(Hwnd t) {
+  // Without ranges the whole text is read anyway: its length comes with it.
+  if (!ranges_) {
+    if (!ReadWhole(t)) return false;
+    return LookAt(t, static_cast<int>((*whole_)->size()));
+  }
+  auto length =
+      platform_.windows.SendMessageTimeoutA(t, kWmGetTextLength, 0, 0);
+  return length && LookAt(t, static_cast<int>(*length));
+}
+
+bool ChatScanner::LookAt(Hwnd t, int n) {
   std::string anchor = anchor_;
   const int a = static_cast<int>(anchor.size());
   int start = -1;  // where the undelivered text begins
   // The length alone is no proof: a trim can take away as much as came.
   if (n >= seen_) {
     auto there = Read(t, seen_ - a, seen_);
-    if (!there) return;
+    if (!there) return false;
     if (*there == anchor) {
-      if (n == seen_) return;
+      if (n == seen_) return true;
       start = seen_;
     }
   }
@@ -157,7 +243,7 @@ void ChatScanner::LookAt(Hwnd t, int n) {
     for (int width = kFirstSearchWindow;; width *= 2) {
       int lo = std::max(0, hi - width);
       auto window = Read(t, lo, hi);
-      if (!window) return;
+      if (!window) return false;
       auto at = window->rfind(anchor);
       if (at != std::string::npos) {
         start = lo + static_cast<int>(at) + a;
@@ -169,7 +255,7 @@ void ChatScanner::LookAt(Hwnd t, int n) {
       // The oldest lines of the anchor went with the trim: the transcript
       // then begins with what is left of it, from one of its line breaks.
       auto head = Read(t, 0, std::min(n, a));
-      if (!head) return;
+      if (!head) return false;
       for (auto k = anchor.find('\r', 1); k != std::string::npos;
            k = anchor.find('\r', k + 1)) {
         if (head->compare(0, a - k, anchor, k) == 0) {
@@ -180,17 +266,15 @@ void ChatScanner::LookAt(Hwnd t, int n) {
       }
     }
   }
-  if (start < 0) {
-    Rebase(t, n);
-    return;
-  }
+  if (start < 0) return Rebase(t, stamp_, n);  // the caller sets the stamp
   auto fresh = Read(t, start, n);
-  if (!fresh) return;
+  if (!fresh) return false;
   seen_ = n;
   std::string tail = anchor + *fresh;
   if (tail.size() > kAnchorChars) tail.erase(0, tail.size() - kAnchorChars);
   anchor_ = std::move(tail);
   Deliver(*fresh);
+  return true;
 }
 
 void ChatScanner::Deliver(std::string_view fresh) {

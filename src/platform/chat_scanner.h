@@ -2,27 +2,35 @@
 // The chat scanner control: watches the open chat room's transcript through
 // the window services and raises ChatMsg once for every new line, in order.
 //
-// Each look reads the transcript's length and a short anchor: the text just
-// before the end of the last line it delivered. Where the anchor still stands
-// there, only the stretch behind it is read, so a look costs the same with a
-// hundred lines as with ten thousand. A client that
-// trims old lines from the top moves the anchor to the left; the scanner finds
-// it again by searching backwards. A different room, or a transcript in which
-// the anchor is gone, starts afresh from its end: nothing said before is
-// replayed. Lines are delivered as the member sees them, without markup. A trim
-// that leaves the text around the anchor exactly as it was (the same lines
-// again, of the same length) cannot be seen by any reader of the text, and is
-// missed.
+// A quiet look asks the client one thing: the transcript's length, of the
+// window found before, kept while it answers. The room is found again when
+// the window kept is gone (a room closed, the client quit), when a window
+// is made (where the platform tells of that: a new room ahead of the old one
+// is taken up at the next look, which comes at once), and now and then; with
+// no room at all the scanner does not look until a window is made.
+//
+// A look whose length moved reads a short anchor: the text just before the
+// end of the last line it delivered. Where the anchor still stands there,
+// only the stretch behind it is read, so a look costs the same with a
+// hundred lines as with ten thousand. A client that trims old lines from the
+// top moves the anchor to the left; the scanner finds it again by searching
+// backwards. A different room, or a transcript in which the anchor is gone,
+// starts afresh from its end: nothing said before is replayed. Lines are
+// delivered as the member sees them, without markup. A trim that leaves the
+// text around the anchor exactly as it was (the same lines again, of the
+// same length) cannot be seen by any reader of the text, and is missed.
 //
 // A client that does not answer (hung) shows nothing: a look in which any
 // read goes unanswered changes nothing, and the next look starts again
 // from what was delivered.
 //
-// A transcript in another process hands out no ranges, only its whole text.
-// There a look reads the text at most once, and a look that finds the length
-// and the first characters unchanged reads nothing more: a trim at the top
-// changes the first characters.
+// A transcript in another process hands out no ranges, only its whole text:
+// there a look with news reads it once. A trim at the top that took away
+// exactly as much as came leaves the length as it was; it changes the first
+// characters, which a quiet room has compared now and then.
+#include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -46,27 +54,55 @@ class ChatScanner {
   // events. The loop calls this by itself while scanning.
   void Look();
 
-  static constexpr int kLookIntervalMs = 50;
+  // Under real time the room is looked at this often at most (and earlier
+  // when the loop is awake anyway): the longest a line waits to be seen.
+  static constexpr int kLookIntervalMs = 500;
   // How long a room found stays the one watched without looking for it
-  // again (while its transcript is there): a room opened ahead of it in the
-  // client is taken up within this time.
+  // again, where the platform does not tell of windows made, and where it
+  // does (a new room is then found at once).
   static constexpr int kFindEveryMs = 1000;
+  static constexpr int kFindEveryToldMs = 30000;
+  // How often a quiet transcript without ranges has its first characters
+  // compared with the last whole read.
+  static constexpr int kCheckEveryMs = 30000;
 
  private:
-  Hwnd Transcript();
-  bool Rebase(Hwnd transcript, int length);
+  // What the platform told, shared with its calls, which may outlive this.
+  struct Told {
+    EventLoop* loop = nullptr;
+    WatcherId watcher = -1;
+    std::uint64_t made = 0;  // windows made so far
+  };
+  void Watch();
+  bool MustFind(std::int64_t now) const;
+  Hwnd Find(std::int64_t now);
+  // No room: where windows made are told, nothing to look at until one is.
+  void Idle();
+  // Starts afresh at the end of the text (of length, where known).
+  bool Rebase(Hwnd transcript, LResult stamp,
+              std::optional<int> length = std::nullopt);
   // Characters [from, to) of the transcript; nullopt when it did not answer.
   std::optional<std::string> Read(Hwnd transcript, int from, int to);
-  void LookAt(Hwnd transcript, int length);
+  bool ReadWhole(Hwnd transcript);
+  // The text's length, and from it the lines that came; false when a read
+  // went unanswered.
+  bool LookAt(Hwnd transcript);
+  bool LookAt(Hwnd transcript, int length);
   void Deliver(std::string_view fresh);
 
   Platform& platform_;
   std::function<Hwnd()> finder_;
   ChatMsgHandler handler_;
+  std::shared_ptr<Told> told_ = std::make_shared<Told>();
+  bool told_made_ = false;  // whether the platform tells of windows made
   bool scanning_ = false;
   bool watching_ = false;
-  Hwnd room_ = 0;
-  std::int64_t found_at_ = 0;  // when the finder last ran
+  Hwnd room_ = 0;      // the transcript watched, kept while it answers
+  LResult stamp_ = 0;  // its Unicode length at the last complete look
+  std::uint64_t made_seen_ = 0;  // windows made up to the last find
+  bool none_ = false;            // the last find found no room
+  std::int64_t found_at_ = 0;    // when the finder last ran
+  std::int64_t checked_at_ = 0;  // when the text itself was last read
   int seen_ = 0;        // transcript length up to the last delivered line
   std::string anchor_;  // the text just before seen_
   bool ranges_ = true;  // whether the transcript hands out ranges

@@ -26,6 +26,7 @@ class Clock {
 };
 
 using TimerId = int;
+using WatcherId = int;
 
 // A time that never comes: a sleeping timer waits for its wake call.
 inline constexpr std::int64_t kNeverMs =
@@ -53,9 +54,16 @@ class EventLoop {
   virtual void Post(std::function<void()> event) = 0;
 
   // Something that watches another program by looking at it now and then (the
-  // chat scanner). Under real time it looks every interval_ms; under virtual
-  // time it looks whenever the loop would otherwise wait.
-  virtual void AddWatcher(std::function<void()> look, int interval_ms) = 0;
+  // chat scanner). Under real time it looks every interval_ms, moved by at
+  // most half of that to share the loop's wakes with the timers: earlier,
+  // when the loop is awake anyway, or later, when a timer is due soon after;
+  // under virtual time it looks whenever the loop would otherwise wait.
+  virtual WatcherId AddWatcher(std::function<void()> look, int interval_ms) = 0;
+  // A watcher that knows its looks would find nothing until something tells
+  // it otherwise sleeps: it does not look, and the loop does not wake for it,
+  // until WakeWatcher, which also has it look at the next pass.
+  virtual void SleepWatcher(WatcherId id) = 0;
+  virtual void WakeWatcher(WatcherId id) = 0;
 
   // One pass: every event and due timer waiting now is handled.
   virtual void PumpEvents() = 0;

@@ -62,17 +62,34 @@ void LoopCore::EndProgram() {
     t->tick = nullptr;
   }
   posted_.clear();
-  watchers_.clear();
+  for (auto& w : watchers_) {
+    w.look = nullptr;
+    w.asleep = true;
+  }
 }
 
 void LoopCore::Post(std::function<void()> event) {
   posted_.push_back(std::move(event));
 }
 
-void LoopCore::AddWatcher(std::function<void()> look, int interval_ms,
-                          std::int64_t now) {
-  watchers_.push_back(
-      {std::move(look), std::max(interval_ms, 1), now + interval_ms});
+WatcherId LoopCore::AddWatcher(std::function<void()> look, int interval_ms,
+                               std::int64_t now) {
+  const int interval = std::max(interval_ms, 1);
+  watchers_.push_back({std::move(look), interval, now + interval, now});
+  return static_cast<WatcherId>(watchers_.size() - 1);
+}
+
+void LoopCore::SleepWatcher(WatcherId id) {
+  if (id < 0 || static_cast<std::size_t>(id) >= watchers_.size()) return;
+  watchers_[static_cast<std::size_t>(id)].asleep = true;
+}
+
+void LoopCore::WakeWatcher(WatcherId id, std::int64_t now) {
+  if (id < 0 || static_cast<std::size_t>(id) >= watchers_.size()) return;
+  Watcher& w = watchers_[static_cast<std::size_t>(id)];
+  if (!w.look) return;  // its program has ended
+  w.asleep = false;
+  w.due = now;
 }
 
 bool LoopCore::RunPosted() {
@@ -108,9 +125,15 @@ bool LoopCore::FireDueTimers(std::int64_t now) {
 bool LoopCore::RunWatchers(std::int64_t now, bool all) {
   std::size_t before = posted_.size();
   for (std::size_t i = 0; i < watchers_.size(); ++i) {
-    if (!all && watchers_[i].due > now) continue;
-    watchers_[i].due = now + watchers_[i].interval;
-    watchers_[i].look();
+    Watcher& w = watchers_[i];
+    if (w.asleep) continue;
+    // Awake anyway: a look that is half due comes now and spares the loop
+    // a wake of its own later.
+    if (!all && w.due > now && now - w.last < w.interval / 2) continue;
+    w.due = now + w.interval;
+    w.last = now;
+    auto look = w.look;  // the look may add watchers
+    look();
   }
   return posted_.size() != before;
 }
@@ -128,8 +151,14 @@ std::int64_t LoopCore::NextDue(bool with_watchers) const {
   for (const auto& t : timers_) {
     if (t->enabled && !t->running && !t->asleep) next = std::min(next, t->due);
   }
-  if (with_watchers) {
-    for (const auto& w : watchers_) next = std::min(next, w.due);
+  if (!with_watchers) return next;
+  const std::int64_t timer = next;
+  for (const auto& w : watchers_) {
+    if (w.asleep) continue;
+    // A timer due soon after the look: the look waits for that wake (it
+    // is overdue then), and from there on the two share their wakes.
+    const bool share = timer >= w.due && timer - w.due <= w.interval / 2;
+    next = std::min(next, share ? timer : w.due);
   }
   return next;
 }

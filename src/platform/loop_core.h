@@ -25,8 +25,10 @@ class LoopCore {
   void SleepTimer(TimerId id, std::int64_t until);
   void WakeTimer(TimerId id, std::int64_t now);
   void Post(std::function<void()> event);
-  void AddWatcher(std::function<void()> look, int interval_ms,
-                  std::int64_t now);
+  WatcherId AddWatcher(std::function<void()> look, int interval_ms,
+                       std::int64_t now);
+  void SleepWatcher(WatcherId id);
+  void WakeWatcher(WatcherId id, std::int64_t now);
 
   // The program's process has ended: its timers never fire again, and its
   // posted events and watchers are gone. Other programs' timers go on.
@@ -36,14 +38,16 @@ class LoopCore {
   bool RunPosted();
   // Fires every enabled timer due at now that is not already running.
   bool FireDueTimers(std::int64_t now);
-  // Runs the watchers due at now (all of them when all is set); true when
+  // Runs the watchers that are awake and due at now, or half an interval
+  // past their last look (all that are awake when all is set); true when
   // they posted anything.
   bool RunWatchers(std::int64_t now, bool all);
 
   // Whether an event is waiting or a timer is due at the given time.
   bool Ready(std::int64_t at) const;
   // The earliest time a timer (and, if asked, a watcher) falls due; INT64_MAX
-  // when nothing is scheduled.
+  // when nothing is scheduled. A watcher due a little before a timer counts
+  // as due with it, so that the loop wakes once for both.
   std::int64_t NextDue(bool with_watchers) const;
 
  private:
@@ -64,10 +68,13 @@ class LoopCore {
     std::function<void()> look;
     int interval;
     std::int64_t due;
+    std::int64_t last;  // when it last looked
+    bool asleep = false;
   };
 
   std::vector<std::unique_ptr<Timer>> timers_;
   std::deque<std::function<void()>> posted_;
+  // Ids are places here, as for timers: an ended program's stay taken.
   std::vector<Watcher> watchers_;
 };
 

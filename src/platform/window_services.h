@@ -34,6 +34,16 @@ class WindowServices {
   LResult SendMessageA(Hwnd h, std::uint32_t msg, WParam w, LParam l) {
     return SendMessageTimeoutA(h, msg, w, l).value_or(0);
   }
+  // The length of a text control's text as a Unicode reader counts it:
+  // WM_GETTEXTLENGTH sent as a Unicode message, with the same bound and the
+  // same nullopt. For Windows-1252 text it is the length, and any text that
+  // grows or shrinks changes it; it tells whether a text changed, not where
+  // it ends (in a double-byte code page the two lengths differ). Across
+  // processes it is one message, where Wine answers the ANSI length only
+  // by reading the whole text as well.
+  virtual std::optional<LResult> TextLengthW(Hwnd h) {
+    return SendMessageTimeoutA(h, kWmGetTextLength, 0, 0);
+  }
   // Queues the message for the window's thread and returns at once.
   virtual bool PostMessageA(Hwnd h, std::uint32_t msg, WParam w, LParam l) = 0;
   virtual int GetWindowTextA(Hwnd h, char* buffer, int max_count) = 0;

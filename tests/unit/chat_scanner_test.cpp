@@ -98,20 +98,29 @@ TEST(ChatScanner, AnotherRoomStartsAfresh) {
   EXPECT_EQ(s.Look(), Lines{"Ann|after"});
 }
 
-// A client whose transcript hands out no ranges: the whole text is read.
+// A client whose transcript hands out no ranges (the whole text is read), as
+// one in another process; it counts what the program asks of it. Windows
+// made are told where asked for.
 class NoRanges : public WindowServices {
  public:
-  explicit NoRanges(WindowServices& inner) : in_(inner) {}
+  explicit NoRanges(WindowServices& inner, bool tell_made = false)
+      : in_(inner), tell_made_(tell_made) {}
   Hwnd FindWindowA(const char* c, const char* t) override {
+    ++lookups;
     return in_.FindWindowA(c, t);
   }
   Hwnd FindWindowExA(Hwnd p, Hwnd a, const char* c, const char* t) override {
+    ++lookups;
     return in_.FindWindowExA(p, a, c, t);
   }
   std::optional<LResult> SendMessageTimeoutA(Hwnd h, std::uint32_t m, WParam w,
                                              LParam l) override {
+    ++messages;
     if (m == kWmGetText && w > 200) ++whole_reads;  // not just the head
     return in_.SendMessageTimeoutA(h, m, w, l);
+  }
+  bool WatchCreations(std::function<void()> made) override {
+    return tell_made_ && in_.WatchCreations(std::move(made));
   }
   bool PostMessageA(Hwnd h, std::uint32_t m, WParam w, LParam l) override {
     return in_.PostMessageA(h, m, w, l);
@@ -124,7 +133,10 @@ class NoRanges : public WindowServices {
   }
   bool IsWindowVisible(Hwnd h) override { return in_.IsWindowVisible(h); }
   bool ShowWindow(Hwnd h, int c) override { return in_.ShowWindow(h, c); }
-  bool IsWindow(Hwnd h) override { return in_.IsWindow(h); }
+  bool IsWindow(Hwnd h) override {
+    ++lookups;
+    return in_.IsWindow(h);
+  }
   bool SetWindowPos(Hwnd h, Hwnd a, int x, int y, int cx, int cy,
                     std::uint32_t f) override {
     return in_.SetWindowPos(h, a, x, y, cx, cy, f);
@@ -146,10 +158,11 @@ class NoRanges : public WindowServices {
   std::optional<std::string> GetTextRange(Hwnd, int, int) override {
     return std::nullopt;
   }
-  int whole_reads = 0;
+  int whole_reads = 0, messages = 0, lookups = 0;
 
  private:
   WindowServices& in_;
+  bool tell_made_;
 };
 
 TEST(ChatScanner, ReadsTheWholeTextWhereRangesAreNotOffered) {
@@ -163,26 +176,79 @@ TEST(ChatScanner, ReadsTheWholeTextWhereRangesAreNotOffered) {
     got.push_back(n + "|" + t);
   });
   scanner.ScanOn();
-  const std::string pad(60, '.');  // lines as long as the ones they trim
+  // Past five lines each line trims one as long as itself: the length
+  // stands, and the first characters, compared every kCheckEveryMs, tell.
+  const std::string pad(60, '.');
   for (int i = 0; i < 12; ++i) {
     w.client.OtherSays("Bob", pad + std::to_string(i % 10));
-    if (i % 3 == 2) w.loop.RunUntilIdle();  // the loop looks when idle
+    if (i % 3 == 2) w.loop.RunFor(ChatScanner::kCheckEveryMs);
   }
-  w.loop.RunUntilIdle();
+  w.loop.RunFor(ChatScanner::kCheckEveryMs);
   ASSERT_EQ(got.size(), 12u);
   EXPECT_EQ(got.front(), "Bob|" + pad + "0");
   EXPECT_EQ(got.back(), "Bob|" + pad + "1");
 
   // One read of the whole text per look that finds news, however many
-  // pieces it checks; a quiet room is not read whole at all.
+  // pieces it checks; a quiet look asks one message and looks nothing up.
   plain.whole_reads = 0;
-  w.client.OtherSays("Bob", pad + "2");
+  w.client.OtherSays("Bob", pad + "22");
   scanner.Look();
   EXPECT_EQ(plain.whole_reads, 1);
+  plain.messages = plain.lookups = 0;
   for (int i = 0; i < 100; ++i) scanner.Look();
   EXPECT_EQ(plain.whole_reads, 1);
+  EXPECT_EQ(plain.messages, 100);
+  EXPECT_EQ(plain.lookups, 0);
   w.loop.RunUntilIdle();
   EXPECT_EQ(got.size(), 13u);
+}
+
+// The room's window is kept while it answers; a room closed, one opened
+// ahead of it and the client gone are each seen at the next look, and with
+// no room the scanner asks nothing until a window is made.
+TEST(ChatScanner, KeepsItsRoomAndFindsItAgainAtTheNextLook) {
+  testing::World w;
+  NoRanges plain(w.windows, true);
+  Platform p{plain, w.loop};
+  ChatScanner scanner(p, [&] { return FindTranscript(p); });
+  Lines got;
+  scanner.OnChatMsg([&](const std::string& n, const std::string& t) {
+    got.push_back(n + "|" + t);
+  });
+  scanner.ScanOn();
+  auto look = [&] {
+    got.clear();
+    scanner.Look();
+    w.loop.PumpEvents();
+    return got;
+  };
+  // A second room, ahead of the first: the one the room walk finds.
+  Hwnd mdi = FindMdiClient(w.platform);
+  Hwnd ahead = w.windows.Create(mdi, "AOL Child", "Lobby 2");
+  Hwnd text = w.windows.Create(ahead, "RICHCNTL", "\rOld:\tbefore");
+  for (const char* c : {"RICHCNTL", "_AOL_Listbox", "_AOL_Icon", "_AOL_Static"})
+    w.windows.Create(ahead, c, "");
+  w.windows.SetWindowPos(ahead, 0, 0, 0, 0, 0, kSwpNoMove | kSwpNoSize);
+  w.client.OtherSays("Bob", "in the first room");
+  EXPECT_EQ(look(), Lines{});  // the new room from its end
+  w.windows.AppendText(text, "\rAnn:\tahead");
+  EXPECT_EQ(look(), Lines{"Ann|ahead"});
+  // Closed: back to the first room, from its end.
+  w.windows.Destroy(ahead);
+  EXPECT_EQ(look(), Lines{});
+  w.client.OtherSays("Bob", "back");
+  EXPECT_EQ(look(), Lines{"Bob|back"});
+  // Gone: the next look sees it, and the looks after ask nothing.
+  w.client.Quit();
+  EXPECT_EQ(look(), Lines{});
+  plain.messages = plain.lookups = 0;
+  for (int i = 0; i < 10; ++i) look();
+  EXPECT_EQ(plain.messages + plain.lookups, 0);
+  w.client.Start();
+  w.client.OtherSays("Ann", "history of the new room");
+  EXPECT_EQ(look(), Lines{});
+  w.client.OtherSays("Ann", "now");
+  EXPECT_EQ(look(), Lines{"Ann|now"});
 }
 
 // A hung client answers no read: its transcript is not taken for a cleared

@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 #include "host/host_windows.h"
 #include "platform/controls.h"
+#include "platform/loop_core.h"
 #include "tests/unit/world.h"
 
 namespace v2 {
@@ -121,6 +124,49 @@ TEST(SimLoop, ATimerAsleepUntilWokenCostsNoPassesAndWakesOnItsBeat) {
   timer.SetEnabled(true);
   world.loop.RunFor(10);
   EXPECT_EQ(fired.back(), 86400060);
+}
+
+// Under real time a watcher looks about every interval, moved by at most
+// half of it so that it shares the wakes of a timer: earlier, at a wake for
+// the timer, or later, waiting for the timer's wake. Asleep it never looks,
+// and no wait counts on it, until woken.
+TEST(LoopCore, AWatcherSharesTheTimersWakesAndSleepsUntilWoken) {
+  for (std::int64_t added : {100, 400}) {
+    SCOPED_TRACE(added);
+    LoopCore core;
+    std::vector<std::int64_t> looks, wakes;
+    std::int64_t now = 0;
+    TimerId timer = core.CreateTimer([] {});
+    core.SetTimer(timer, 500, true, now);  // ticks at 500, 1000, ...
+    now = added;  // the first look is due at 600 or at 900
+    WatcherId watcher =
+        core.AddWatcher([&] { looks.push_back(now); }, 500, now);
+    for (int i = 0; i < 4; ++i) {  // the loop wakes for whatever is due
+      now = core.NextDue(true);
+      wakes.push_back(now);
+      core.RunWatchers(now, false);
+      core.FireDueTimers(now);
+    }
+    const std::vector<std::int64_t> beats{500, 1000, 1500, 2000};
+    EXPECT_EQ(wakes, beats);
+    EXPECT_EQ(looks, added == 100
+                         ? beats
+                         : (std::vector<std::int64_t>{1000, 1500, 2000}));
+
+    core.SleepWatcher(watcher);
+    core.SetTimer(timer, 500, false, now);
+    EXPECT_EQ(core.NextDue(true), std::numeric_limits<std::int64_t>::max());
+    const auto before = looks.size();
+    core.RunWatchers(now + 5000, false);
+    core.RunWatchers(now + 5000, true);  // virtual time's "every watcher"
+    EXPECT_EQ(looks.size(), before);
+    core.WakeWatcher(watcher, 9000);
+    EXPECT_EQ(core.NextDue(true), 9000);
+    now = 9000;
+    core.RunWatchers(now, false);
+    EXPECT_EQ(looks.back(), 9000);
+    EXPECT_EQ(core.NextDue(true), 9500);
+  }
 }
 
 TEST(SimLoop, PauseWaitsAndPumpsButNotForNothing) {

@@ -109,8 +109,14 @@ void SimLoop::Post(std::function<void()> event) {
   core_.Post(std::move(event));
 }
 
-void SimLoop::AddWatcher(std::function<void()> look, int interval_ms) {
-  core_.AddWatcher(std::move(look), interval_ms, clock_.NowMs());
+WatcherId SimLoop::AddWatcher(std::function<void()> look, int interval_ms) {
+  return core_.AddWatcher(std::move(look), interval_ms, clock_.NowMs());
+}
+
+void SimLoop::SleepWatcher(WatcherId id) { core_.SleepWatcher(id); }
+
+void SimLoop::WakeWatcher(WatcherId id) {
+  core_.WakeWatcher(id, clock_.NowMs());
 }
 
 TimerId SimLoop::CreateForeignTimer(std::function<void()> tick) {

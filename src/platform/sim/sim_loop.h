@@ -51,7 +51,9 @@ class SimLoop : public EventLoop {
   void SleepTimer(TimerId id, std::int64_t until_ms) override;
   void WakeTimer(TimerId id) override;
   void Post(std::function<void()> event) override;
-  void AddWatcher(std::function<void()> look, int interval_ms) override;
+  WatcherId AddWatcher(std::function<void()> look, int interval_ms) override;
+  void SleepWatcher(WatcherId id) override;
+  void WakeWatcher(WatcherId id) override;
   void PumpEvents() override;
   void WaitUntil(std::int64_t deadline_ms) override;
   void Hold(std::int64_t ms) override;

@@ -13,8 +13,6 @@
 namespace v2::win32 {
 namespace {
 
-// How long the box sleeps between passes of the loop when nothing comes.
-constexpr int kInputBoxStepMs = 50;
 constexpr const char* kOriginalProcProp = "vantrel2.original";
 
 struct InputBoxState {
@@ -206,7 +204,8 @@ std::string Win32Ui::InputBox(EventLoop& loop, const std::string& prompt,
   while (!s.done && !(real && real->quitting())) {
     loop.PumpEvents();
     if (s.done) break;
-    loop.WaitUntil(loop.clock().NowMs() + kInputBoxStepMs);
+    // The box goes by a message, which ends the wait as a due timer does.
+    loop.WaitUntil(kNeverMs);
   }
   if (!s.done) DestroyWindow(s.box);
 

@@ -56,8 +56,14 @@ void Win32Loop::Post(std::function<void()> event) {
   core_.Post(std::move(event));
 }
 
-void Win32Loop::AddWatcher(std::function<void()> look, int interval_ms) {
-  core_.AddWatcher(std::move(look), interval_ms, clock_.NowMs());
+WatcherId Win32Loop::AddWatcher(std::function<void()> look, int interval_ms) {
+  return core_.AddWatcher(std::move(look), interval_ms, clock_.NowMs());
+}
+
+void Win32Loop::SleepWatcher(WatcherId id) { core_.SleepWatcher(id); }
+
+void Win32Loop::WakeWatcher(WatcherId id) {
+  core_.WakeWatcher(id, clock_.NowMs());
 }
 
 void Win32Loop::Drain(unsigned first, unsigned last) {
@@ -111,8 +117,8 @@ void Win32Loop::WaitUntil(std::int64_t deadline_ms) {
                             std::min<std::int64_t>(target - now, INFINITE - 1));
   // Wakes for anything in the queue, messages sent by other threads and
   // processes included.
-  MsgWaitForMultipleObjectsEx(0, nullptr, timeout, QS_ALLINPUT,
-                              MWMO_INPUTAVAILABLE);
+  timed_out_ = MsgWaitForMultipleObjectsEx(0, nullptr, timeout, QS_ALLINPUT,
+                                           MWMO_INPUTAVAILABLE) == WAIT_TIMEOUT;
 }
 
 void Win32Loop::Hold(std::int64_t ms) {
@@ -122,7 +128,12 @@ void Win32Loop::Hold(std::int64_t ms) {
 
 int Win32Loop::Run() {
   while (!quitting_) {
-    PumpEvents();
+    // A wait that ran out found the queue empty, and whatever came since
+    // cuts the next wait short: the queue is asked only when it has
+    // something, one request to the system less at each wake.
+    if (!timed_out_) Drain(0, 0);
+    timed_out_ = false;
+    RunLoopWork();
     WaitUntil(std::numeric_limits<std::int64_t>::max());
   }
   return exit_code_;

@@ -28,7 +28,9 @@ class Win32Loop : public EventLoop {
   void SleepTimer(TimerId id, std::int64_t until_ms) override;
   void WakeTimer(TimerId id) override;
   void Post(std::function<void()> event) override;
-  void AddWatcher(std::function<void()> look, int interval_ms) override;
+  WatcherId AddWatcher(std::function<void()> look, int interval_ms) override;
+  void SleepWatcher(WatcherId id) override;
+  void WakeWatcher(WatcherId id) override;
   void PumpEvents() override;
   // The same, leaving the keyboard's and the mouse's messages in the queue:
   // while a popup menu is open its own loop must see them.
@@ -49,6 +51,7 @@ class Win32Loop : public EventLoop {
   Win32Clock clock_;
   LoopCore core_;
   bool quitting_ = false;
+  bool timed_out_ = false;  // the last wait ran out with nothing come
   int exit_code_ = 0;
 };
 

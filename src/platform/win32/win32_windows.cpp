@@ -83,6 +83,17 @@ std::optional<LResult> Win32Windows::SendMessageTimeoutA(Hwnd h,
   return static_cast<LResult>(result);
 }
 
+std::optional<LResult> Win32Windows::TextLengthW(Hwnd h) {
+  if (h == 0) return 0;
+  DWORD_PTR result = 0;
+  if (!::SendMessageTimeoutW(ToHwnd(h), WM_GETTEXTLENGTH, 0, 0,
+                             SMTO_ABORTIFHUNG, kSendBoundMs, &result)) {
+    if (::IsWindow(ToHwnd(h))) return std::nullopt;
+    return 0;
+  }
+  return static_cast<LResult>(result);
+}
+
 bool Win32Windows::PostMessageA(Hwnd h, std::uint32_t msg, WParam w, LParam l) {
   if (h == 0) return false;
   return ::PostMessageA(ToHwnd(h), msg, w, l) != 0;

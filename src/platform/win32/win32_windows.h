@@ -21,6 +21,7 @@ class Win32Windows : public WindowServices {
   // already knows to be hung is not waited for at all.
   std::optional<LResult> SendMessageTimeoutA(Hwnd h, std::uint32_t msg,
                                              WParam w, LParam l) override;
+  std::optional<LResult> TextLengthW(Hwnd h) override;
   bool PostMessageA(Hwnd h, std::uint32_t msg, WParam w, LParam l) override;
   int GetWindowTextA(Hwnd h, char* buffer, int max_count) override;
   int GetWindowTextLengthA(Hwnd h) override;
