@@ -6,6 +6,8 @@
 #   make win       vantrel2.exe and aolhost.exe: build-win/ (64-bit Windows)
 #                  and build-win32/ (32-bit Windows, for old machines),
 #                  stripped (WIN_SYMBOLS=ON keeps the symbols)
+#   make layers-check  every include runs down the layers of
+#                  docs/architecture.md; no source file over 400 lines
 #   make imports-check  the Windows programs import only what Windows XP SP3
 #                  (32-bit) and Vista (64-bit) have (tests/imports)
 #   make wine-test the scenario scripts marked for Wine, played by aolhost.exe
@@ -39,6 +41,7 @@ FORMAT_FILES  = $(sort $(shell find $(wildcard $(FORMAT_DIRS)) -type f \
 .NOTPARALLEL:
 .DEFAULT_GOAL := build
 .PHONY: deps build demo test asan-test bench-smoke win imports-check \
+        layers-check \
         wine-test format \
         format-check clean
 
@@ -56,7 +59,8 @@ demo: build
 	$(BUILD_DIR)/vantrel2-sim $(ARGS)
 
 # Formatting first: it takes a second and needs no build.
-test: deps format-check build asan-test bench-smoke imports-check wine-test
+test: deps format-check layers-check build asan-test bench-smoke \
+      imports-check wine-test
 	@echo "make test: all passed"
 
 # Unit tests and every scenario script, under the address and undefined
@@ -92,6 +96,10 @@ win: deps
 	  -DCMAKE_TOOLCHAIN_FILE=cmake/mingw-w64-i686.cmake \
 	  -DV2_WIN_SYMBOLS=$(WIN_SYMBOLS)
 	$(CMAKE) --build $(WIN32_DIR) -j $(JOBS)
+
+# The layers: a second, and no build needed.
+layers-check:
+	tests/layers/run
 
 # Each shipped executable against the list of what its oldest Windows has.
 imports-check: win

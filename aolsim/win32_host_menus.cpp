@@ -4,16 +4,10 @@
 #include <windows.h>
 
 #include "aolsim/win32_window_host.h"
+#include "platform/win32/win32_handles.h"
 
 namespace v2::aolsim {
-namespace {
-
-HWND ToHwnd(Hwnd h) {
-  return reinterpret_cast<HWND>(
-      static_cast<INT_PTR>(static_cast<std::int32_t>(h)));
-}
-
-}  // namespace
+using win32::ToHwnd;
 
 void Win32WindowHost::Raise(Hwnd h) {
   if (!Find(h)) return;

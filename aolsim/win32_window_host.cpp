@@ -6,6 +6,8 @@
 #include <set>
 #include <vector>
 
+#include "platform/win32/win32_handles.h"
+
 namespace v2::aolsim {
 
 struct Win32WindowHost::Window {
@@ -30,13 +32,8 @@ Win32WindowHost* HostAccess::host = nullptr;
 
 namespace {
 
-HWND ToHwnd(Hwnd h) {
-  return reinterpret_cast<HWND>(
-      static_cast<INT_PTR>(static_cast<std::int32_t>(h)));
-}
-Hwnd FromHwnd(HWND h) {
-  return static_cast<Hwnd>(reinterpret_cast<UINT_PTR>(h));
-}
+using win32::FromHwnd;
+using win32::ToHwnd;
 
 // Classes the system already has; the client's own are registered here.
 bool SystemClass(const std::string& cls) {

@@ -1,6 +1,6 @@
+// The runner's world and its commands: the client, the program's process,
+// and every script line played on them.
 #include "app/runner.h"
-
-#include <unistd.h>
 
 #include <cstdio>
 #include <cstdlib>
@@ -12,88 +12,14 @@
 #include "app/room_render.h"
 #include "app/script.h"
 #include "app/track_file.h"
-#include "config/menu_tree.h"
-#include "config/settings.h"
 #include "config/style_window.h"
+#include "core/menu_items.h"
+#include "core/settings.h"
+#include "core/style_keys.h"
+#include "idle/reason_list.h"
 #include "platform/text.h"
 
 namespace v2 {
-namespace {
-
-constexpr std::int64_t kInteractiveTailMs = 2000;
-
-std::string DefaultUserStore() {
-  const char* config = std::getenv("XDG_CONFIG_HOME");
-  const char* home = std::getenv("HOME");
-  std::string base = config && *config ? config
-                     : home            ? std::string(home) + "/.config"
-                                       : std::string(".");
-  return base + "/vantrel2/user-store";
-}
-
-std::string ExecutableDir() {
-  char path[4096];
-  ssize_t n = readlink("/proc/self/exe", path, sizeof(path) - 1);
-  if (n <= 0) return ".";
-  std::string exe(path, static_cast<std::size_t>(n));
-  auto slash = exe.rfind('/');
-  return slash == std::string::npos ? "." : exe.substr(0, slash);
-}
-
-}  // namespace
-
-bool ParseRunnerArgs(int argc, const char* const* argv, RunnerOptions& options,
-                     std::string& error) {
-  options.program_dir = ExecutableDir();
-  options.user_store = DefaultUserStore();
-  for (int i = 1; i < argc; ++i) {
-    std::string arg = argv[i];
-    if (arg == "--raw") {
-      options.raw = true;
-      continue;
-    }
-    if (i + 1 >= argc) {
-      error = "missing value after " + arg;
-      return false;
-    }
-    std::string value = argv[++i];
-    if (arg == "--script") {
-      options.script = value;
-    } else if (arg == "--screen-name") {
-      if (value.empty() || value.find(' ') != std::string::npos) {
-        error = "a screen name is one word";
-        return false;
-      }
-      options.screen_name = Utf8ToCp1252(value);
-    } else if (arg == "--clock") {
-      LocalTime t;
-      if (!sim::ParseLocalTime(value, t)) {
-        error = "--clock wants \"YYYY-MM-DD HH:MM:SS\", not \"" + value + "\"";
-        return false;
-      }
-      options.clock = t;
-    } else if (arg == "--program-dir") {
-      options.program_dir = value;
-    } else if (arg == "--user-store") {
-      options.user_store = value;
-    } else if (arg == "--uptime") {
-      // Whole seconds; the machine's counter of milliseconds wraps at 2^32,
-      // and so does this.
-      if (value.empty() || value.size() > 9 ||
-          value.find_first_not_of("0123456789") != std::string::npos) {
-        error = "--uptime wants whole seconds, not \"" + value + "\"";
-        return false;
-      }
-      options.uptime_ms = static_cast<std::uint32_t>(std::stoull(value) * 1000 %
-                                                     (std::uint64_t{1} << 32));
-    } else {
-      error = "unknown option " + arg;
-      return false;
-    }
-  }
-  return true;
-}
-
 namespace {
 
 // The local clock to the millisecond, for `show time`: how long a wait
@@ -398,69 +324,6 @@ int Runner::RunScript(std::istream& script) {
     }
   }
   Start();
-  return 0;
-}
-
-void Runner::ReadTerminal() {
-  char buffer[4096];
-  ssize_t n = read(STDIN_FILENO, buffer, sizeof(buffer));
-  if (n <= 0) {
-    input_done_ = true;
-  } else {
-    pending_.append(buffer, static_cast<std::size_t>(n));
-  }
-}
-
-std::optional<std::string> Runner::TakeTerminalLine() {
-  auto nl = pending_.find('\n');
-  if (nl == std::string::npos) return std::nullopt;
-  std::string line = pending_.substr(0, nl);
-  pending_.erase(0, nl + 1);
-  return line;
-}
-
-std::optional<std::string> Runner::ReadTerminalLine() {
-  for (;;) {
-    if (auto line = TakeTerminalLine()) return line;
-    if (input_done_) return std::nullopt;
-    ReadTerminal();
-  }
-}
-
-int Runner::RunInteractive() {
-  err_ << "vantrel2-sim: " << Cp1252ToUtf8(options_.screen_name)
-       << " is signed on and in the room. Type a line to say it, or a command\n"
-          "(say, type, typeahead, other NAME TEXT, im NAME TEXT, wait S,\n"
-          "show OBJECT, close welcome, open welcome, close client,\n"
-          "open client, restart,\n"
-          "menu ITEM, tray right, answer TEXT, download NAME PERCENT MINUTES,\n"
-          "aim NAME, aim off, pointer X Y,\n"
-          "custom type FIELD TEXT, custom save, custom test, custom cancel).\n"
-          "An [inputbox] waits for the next line as its answer (an empty line\n"
-          "cancels). End with Ctrl-D.\n";
-  // A box the program opens takes the next line typed; the program waits
-  // for it as it would for the member.
-  ui_ask_ = [this]() -> std::optional<std::string> {
-    std::optional<std::string> line = ReadTerminalLine();
-    if (line) line = Utf8ToCp1252(*line);
-    return line;
-  };
-  process_->ui.ask = ui_ask_;
-  Start();
-  loop_.SetInput(STDIN_FILENO, [&] {
-    ReadTerminal();
-    while (auto line = TakeTerminalLine()) {
-      // Anything that is no command is said in the room.
-      if (Run(*line) != Outcome::kDone) Run("say " + *line);
-    }
-  });
-  while (!input_done_) {
-    loop_.RunUntilIdle();
-    loop_.WaitUntil(loop_.clock().NowMs() + 1000);
-  }
-  // Input piped in ends at once: the program still answers what came last,
-  // as it would for a person who stops typing.
-  loop_.RunFor(kInteractiveTailMs);
   return 0;
 }
 

@@ -11,6 +11,7 @@
 #include "aolsim/desktop.h"
 #include "aolsim/sim_window_host.h"
 #include "app/script.h"
+#include "core/program.h"
 #include "platform/sim/sim_loop.h"
 #include "platform/sim/sim_media.h"
 #include "platform/sim/sim_shell.h"
@@ -18,7 +19,6 @@
 #include "platform/sim/sim_ui.h"
 #include "platform/sim/sim_windows.h"
 #include "player/id3_tags.h"
-#include "shell/program.h"
 
 namespace v2 {
 

@@ -163,7 +163,4 @@ class SimWindows : public WindowServices {
   std::vector<std::function<void()>> creation_watchers_;
 };
 
-// ASCII case-insensitive equality, as the window manager compares classes.
-bool SameClass(std::string_view a, std::string_view b);
-
 }  // namespace v2::sim

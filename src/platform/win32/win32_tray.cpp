@@ -20,11 +20,6 @@ constexpr UINT_PTR kMenuPumpTimer = 1;
 // How often the program's loop runs while a popup menu is open.
 constexpr UINT kMenuPumpMs = 20;
 
-HMENU ToHmenu(Hmenu h) {
-  return reinterpret_cast<HMENU>(
-      static_cast<INT_PTR>(static_cast<std::int32_t>(h)));
-}
-
 // ---- The tray's icon: an orange "v²" on a dark rounded square ----
 
 bool GlyphAt(const char* const rows[], int columns, int count, int x, int y) {

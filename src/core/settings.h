@@ -9,8 +9,6 @@
 
 namespace v2 {
 
-class Program;
-
 inline constexpr const char* kSettingsApp = "vantrel2";
 inline constexpr const char* kSettingsSection = "settings";
 inline constexpr const char* kIniSection = "vantrel2";
@@ -31,17 +29,5 @@ void IniWrite(Platform& p, const std::string& section, const std::string& key,
 // The full name of settings.dat: the program's own directory and
 // "\settings.dat", never the current directory.
 std::string SettingsFile(Platform& p);
-
-// The per-user store into the live objects, key by key in the store's
-// order: the check marks (a flag counts only as the exact text "true"; a read
-// never clears a mark), the texts of Form2, the captions that show them, and
-// the scanners and timers the switches ask for. With ask_for_handle, a
-// missing or empty handle is asked for and stored ("new user" when the
-// member gives none).
-void ReadUserSettings(Program& prog, bool ask_for_handle = false);
-// settings.dat into the live objects: the idle minutes of all time, the
-// style fields (loading Form4), each with its text for an empty read, and
-// the player's directory (the program's own when none is stored).
-void ReadSettingsFile(Program& prog);
 
 }  // namespace v2
