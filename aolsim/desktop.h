@@ -21,6 +21,12 @@ class Desktop {
   void AimSignOn(const std::string& name);
   // The other messenger quits: its window goes.
   void AimQuit();
+  // The buddy list gets the title now if it has the title old.
+  bool Retitle(const std::string& old, const std::string& now);
+  // The task bar's clock goes, and comes back (where this task bar is
+  // shown: a system's own clock is the system's).
+  void ClockOff();
+  void ClockOn();
 
   // The clock text of the system's task bar: "h:mm AM" or "h:mm PM".
   static std::string ClockText(const LocalTime& t);
@@ -33,7 +39,7 @@ class Desktop {
 
  private:
   WindowHost& host_;
-  Hwnd buddy_list_ = 0, task_bar_ = 0, clock_ = 0;
+  Hwnd buddy_list_ = 0, task_bar_ = 0, notify_ = 0, clock_ = 0;
 };
 
 }  // namespace v2::aolsim

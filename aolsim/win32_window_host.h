@@ -26,6 +26,10 @@ class Win32WindowHost : public WindowHost {
   void AppendText(Hwnd h, std::string_view more) override;
   void EraseFront(Hwnd h, std::size_t count) override;
   std::vector<Hwnd> Children(Hwnd parent) override;
+  // The top-level windows of this host, and the popups of the system's
+  // menus it opens, in the system's order (front to back).
+  std::vector<Hwnd> TopLevel() override;
+  std::string ClassName(Hwnd h) override;
   void After(int ms, std::function<void()> work) override;
   // Really stops the thread: it sleeps, and its queue waits.
   void Hang(int ms) override;

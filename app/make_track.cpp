@@ -44,7 +44,8 @@ int main(int argc, char** argv) {
         std::cerr << "make-track: " << c.object << ": " << error << "\n";
         return 1;
       }
-    } else if (c.kind != Kind::kNothing && c.kind != Kind::kAnswer) {
+    } else if (c.kind != Kind::kNothing && c.kind != Kind::kAnswer &&
+               c.kind != Kind::kHold && c.kind != Kind::kStore) {
       break;
     }
   }

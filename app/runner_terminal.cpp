@@ -65,7 +65,9 @@ int Runner::RunInteractive() {
     ReadTerminal();
     while (auto line = TakeTerminalLine()) {
       // Anything that is no command is said in the room.
-      if (Run(*line) != Outcome::kDone) Run("say " + *line);
+      if (Guarded([&] { return Run(*line); }) != Outcome::kDone) {
+        Guarded([&] { return Run("say " + *line); });
+      }
     }
   });
   while (!input_done_) {

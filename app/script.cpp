@@ -77,9 +77,39 @@ ScriptCommand ParseScriptLine(const std::string& utf8_line) {
     int ms = 0;
     aolsim::AolClient::Fault fault;
     std::string later;
-    c.kind = TakeTimedFault(rest, ms, fault) || TakeTimedLine(rest, ms, later)
+    if (TakeTimedFault(rest, ms, fault)) {
+      c.kind = ScriptCommand::Kind::kClient;
+    } else if (TakeTimedLine(rest, ms, later)) {
+      c.kind = ScriptCommand::Kind::kAfter;
+      c.seconds = ms / 1000.0;
+      c.text = later;
+    } else {
+      c.kind = ScriptCommand::Kind::kNotUnderstood;
+    }
+  } else if (Take(line, "retitle", rest) ||
+             Take(line, "download-texts", rest) ||
+             Take(line, "upload-texts", rest)) {
+    c.kind = rest.find(" | ") != std::string::npos
                  ? ScriptCommand::Kind::kClient
                  : ScriptCommand::Kind::kNotUnderstood;
+  } else if (Take(line, "box", rest) || line == "close box" ||
+             Take(line, "download-title", rest)) {
+    c.kind = ScriptCommand::Kind::kClient;
+  } else if (line == "clock off" || line == "clock on") {
+    c.kind = ScriptCommand::Kind::kDesktop;
+  } else if (line == "hold") {
+    c.kind = ScriptCommand::Kind::kHold;
+  } else if (line == "start") {
+    c.kind = ScriptCommand::Kind::kStart;
+  } else if (Take(line, "store", rest) || Take(line, "setting", rest)) {
+    c.object = line.substr(0, line.find(' '));
+    c.kind = TakeKeyValue(rest, c.text, c.value)
+                 ? ScriptCommand::Kind::kStore
+                 : ScriptCommand::Kind::kNotUnderstood;
+  } else if (Take(line, "untrack", rest)) {
+    c.kind = rest.empty() ? ScriptCommand::Kind::kNotUnderstood
+                          : ScriptCommand::Kind::kUntrack;
+    c.object = rest;
   } else if (Take(line, "reasons", rest)) {
     c.kind = ScriptCommand::Kind::kNotUnderstood;
     std::string n;
@@ -128,9 +158,9 @@ ScriptCommand ParseScriptLine(const std::string& utf8_line) {
     c.kind = ScriptCommand::Kind::kAnswer;
     c.object = "answer";
     c.text = rest;
-  } else if (line == "answer-cancel") {
+  } else if (line == "answer-cancel" || line == "answer-wait") {
     c.kind = ScriptCommand::Kind::kAnswer;
-    c.object = "answer-cancel";
+    c.object = line;
   } else if (Take(line, "menu", rest)) {
     c.kind = rest.empty() || rest.find(' ') != std::string::npos
                  ? ScriptCommand::Kind::kNotUnderstood

@@ -30,6 +30,12 @@ bool ShowOfClient(aolsim::AolClient& client, const std::string& object,
     value = client.Showing(client.glyph()) == "none" ? "gone" : "there";
   } else if (object == "upload") {
     value = client.UploadShowing();
+  } else if (object == "dialogs") {
+    value.clear();
+    for (const auto& [cls, title] : client.DialogClassesAndTitles()) {
+      value += (value.empty() ? "" : " ") + cls + " \"" + title + "\"";
+    }
+    if (value.empty()) value = "none";
   } else {
     return false;
   }
@@ -46,6 +52,8 @@ bool ShowOfDesktop(aolsim::Desktop& desktop, const std::string& object,
 
 void PlayOnDesktop(aolsim::Desktop& desktop, const ScriptCommand& command) {
   std::string rest;
+  if (command.line == "clock off") desktop.ClockOff();
+  if (command.line == "clock on") desktop.ClockOn();
   if (Take(command.line, "aim", rest)) {
     if (rest == "off") {
       desktop.AimQuit();
@@ -58,7 +66,8 @@ void PlayOnDesktop(aolsim::Desktop& desktop, const ScriptCommand& command) {
   }
 }
 
-void PlayOnClient(aolsim::AolClient& client, const ScriptCommand& command) {
+void PlayOnClient(aolsim::AolClient& client, const ScriptCommand& command,
+                  aolsim::Desktop* desktop) {
   const std::string& line = command.line;
   std::string rest;
   if (Take(line, "say", rest)) {
@@ -129,15 +138,46 @@ void PlayOnClient(aolsim::AolClient& client, const ScriptCommand& command) {
   } else if (Take(line, "after", rest)) {
     int ms = 0;
     aolsim::AolClient::Fault fault;
-    std::string later;
-    if (TakeTimedFault(rest, ms, fault)) {
-      client.ArmAfter(ms, std::move(fault));
-    } else if (TakeTimedLine(rest, ms, later)) {
-      client.Later(ms, [&client, later] {
-        PlayOnClient(client, ParseScriptLine(later));
-      });
-    }
+    if (TakeTimedFault(rest, ms, fault)) client.ArmAfter(ms, std::move(fault));
+  } else if (Take(line, "retitle", rest)) {
+    std::string old, now;
+    TakePair(rest, old, now);
+    if (!client.Retitle(old, now) && desktop) desktop->Retitle(old, now);
+  } else if (Take(line, "box", rest)) {
+    client.Box(rest);
+  } else if (line == "close box") {
+    client.CloseBox();
+  } else if (Take(line, "download-title", rest)) {
+    client.SetDownloadTitle(rest);
+  } else if (Take(line, "download-texts", rest) ||
+             Take(line, "upload-texts", rest)) {
+    std::string first, second;
+    TakePair(rest, first, second);
+    client.SetTransferTexts(line[0] == 'u', first, second);
   }
+}
+
+std::string MessageName(std::uint32_t msg) {
+  static const std::pair<std::uint32_t, const char*> kNames[] = {
+      {kWmSetText, "WM_SETTEXT"},
+      {kWmGetText, "WM_GETTEXT"},
+      {kWmGetTextLength, "WM_GETTEXTLENGTH"},
+      {kWmClose, "WM_CLOSE"},
+      {kWmKeyDown, "WM_KEYDOWN"},
+      {kWmKeyUp, "WM_KEYUP"},
+      {kWmChar, "WM_CHAR"},
+      {kWmCommand, "WM_COMMAND"},
+      {kWmSysCommand, "WM_SYSCOMMAND"},
+      {kWmLButtonDown, "WM_LBUTTONDOWN"},
+      {kWmLButtonUp, "WM_LBUTTONUP"},
+      {kBmSetCheck, "BM_SETCHECK"},
+      {kLbGetCount, "LB_GETCOUNT"},
+      {kEmGetTextRange, "EM_GETTEXTRANGE"},
+  };
+  for (const auto& [number, name] : kNames) {
+    if (number == msg) return name;
+  }
+  return std::to_string(msg);
 }
 
 }  // namespace v2

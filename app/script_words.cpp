@@ -144,9 +144,35 @@ bool TakeTimedLine(const std::string& rest, int& ms, std::string& later) {
   std::string what;
   if (!TakeAhead(rest, ms, what)) return false;
   later = Cp1252ToUtf8(what);
-  // One step ahead only: an `after` in it would nest without end.
-  if (later.rfind("after ", 0) == 0) return false;
-  return ParseScriptLine(later).kind == ScriptCommand::Kind::kClient;
+  // One step ahead only: an `after` in it would nest without end; the
+  // program's start and end are the script's own.
+  using Kind = ScriptCommand::Kind;
+  const Kind kind = ParseScriptLine(later).kind;
+  return kind != Kind::kNotUnderstood && kind != Kind::kNothing &&
+         kind != Kind::kAfter && kind != Kind::kHold && kind != Kind::kStart &&
+         kind != Kind::kRestart && later.rfind("after ", 0) != 0;
+}
+
+bool TakeKeyValue(const std::string& rest, std::string& key,
+                  std::string& value) {
+  const auto eq = rest.find(" = ");
+  if (eq != std::string::npos) {
+    key = rest.substr(0, eq);
+    value = rest.substr(eq + 3);
+  } else if (rest.size() > 2 && rest.compare(rest.size() - 2, 2, " =") == 0) {
+    key = rest.substr(0, rest.size() - 2);
+    value.clear();
+  } else {
+    return false;
+  }
+  return !key.empty();
+}
+
+void TakePair(const std::string& rest, std::string& first,
+              std::string& second) {
+  const auto bar = rest.find(" | ");
+  first = rest.substr(0, bar);
+  second = bar == std::string::npos ? std::string() : rest.substr(bar + 3);
 }
 
 }  // namespace v2

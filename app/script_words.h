@@ -45,8 +45,18 @@ bool TakeAhead(const std::string& rest, int& ms, std::string& what);
 bool TakeTimedFault(const std::string& rest, int& ms,
                     aolsim::AolClient::Fault& fault);
 
-// "SECONDS LINE" of `after`: LINE one of the client's own commands (what
-// the member or others do through it), in UTF-8 as the script has it.
+// "SECONDS LINE" of `after`: LINE any command but after, hold, start and
+// restart, in UTF-8 as the script has it.
 bool TakeTimedLine(const std::string& rest, int& ms, std::string& later);
+
+// "KEY = VALUE" of store and setting: KEY all before the first " = " (not
+// empty), VALUE all after it; a line that ends in " =" holds the empty
+// VALUE.
+bool TakeKeyValue(const std::string& rest, std::string& key,
+                  std::string& value);
+
+// "FIRST | SECOND" of retitle and the transfer texts: split at the first
+// " | ".
+void TakePair(const std::string& rest, std::string& first, std::string& second);
 
 }  // namespace v2

@@ -52,6 +52,7 @@ bool SimWindows::DeliverPosted() {
   while (!batch.empty()) {
     Posted p = batch.front();
     batch.pop_front();
+    Count(p.h, p.msg, p.title);
     Dispatch(p.h, p.msg, p.w, p.l);
     if (stopped()) {
       // What the thread has not taken yet waits, ahead of anything newer.
@@ -77,6 +78,7 @@ std::optional<LResult> SimWindows::SendMessageTimeoutA(Hwnd h,
   if (n->owner == Owner::kProgram) return Dispatch(h, msg, w, l);
   // A thread that does not pump within the bound never sees the message.
   if (!WaitForThread()) return std::nullopt;
+  Count(h, msg, std::string(TextView(h)));
   LResult result = Dispatch(h, msg, w, l);
   // A handler that stopped its thread has not returned yet for the sender.
   if (!WaitForThread()) return std::nullopt;
@@ -100,8 +102,22 @@ bool SimWindows::PostMessageA(Hwnd h, std::uint32_t msg, WParam w, LParam l) {
   if (msg == kWmSetText || msg == kWmGetText || msg == kEmGetTextRange) {
     return false;
   }
-  posted_.push_back({h, msg, w, l});
+  posted_.push_back(
+      {h, msg, w, l, keep_sent_ ? std::string(TextView(h)) : std::string()});
   return true;
+}
+
+void SimWindows::Count(Hwnd h, std::uint32_t msg, const std::string& title) {
+  if (!keep_sent_) return;
+  const Node* n = Find(h);
+  if (!n || n->owner == Owner::kProgram) return;  // gone, or its own
+  for (Sent& s : sent_) {
+    if (s.msg == msg && s.cls == n->cls && s.title == title) {
+      ++s.count;
+      return;
+    }
+  }
+  sent_.push_back({msg, n->cls, title, 1});
 }
 
 }  // namespace v2::sim

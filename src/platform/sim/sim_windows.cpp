@@ -122,6 +122,11 @@ Hwnd SimWindows::Parent(Hwnd h) const {
   return n ? n->parent : 0;
 }
 
+SimWindows::Owner SimWindows::OwnerOf(Hwnd h) const {
+  const Node* n = Find(h);
+  return n ? n->owner : Owner::kOther;
+}
+
 std::string SimWindows::ClassOf(Hwnd h) const {
   const Node* n = Find(h);
   return n ? n->cls : std::string();
