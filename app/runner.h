@@ -11,13 +11,13 @@
 #include "aolsim/desktop.h"
 #include "aolsim/sim_window_host.h"
 #include "app/script.h"
+#include "app/track_file.h"
 #include "platform/sim/sim_loop.h"
 #include "platform/sim/sim_media.h"
 #include "platform/sim/sim_shell.h"
 #include "platform/sim/sim_stores.h"
 #include "platform/sim/sim_ui.h"
 #include "platform/sim/sim_windows.h"
-#include "player/id3_tags.h"
 #include "shell/program.h"
 
 namespace v2 {
@@ -119,7 +119,7 @@ class Runner {
   bool started_ = false;
   std::string pending_;  // what the terminal gave and nobody took yet
   bool input_done_ = false;
-  TrackTags track_tags_;  // what the next `track` lines write
+  TrackTagging track_tags_;  // what the next `track` lines write
   // At the terminal: a box the program opens takes the next line typed.
   std::function<std::optional<std::string>()> ui_ask_;
 };
