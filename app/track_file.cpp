@@ -70,10 +70,9 @@ std::string BareExtendedFlagTag(const TrackTags& t) {
   text("TALB", t.album);
   text("TDRC", t.year);
   if (!t.comment.empty()) {
-    frame("COMM", std::string("\x03"
-                              "eng\0",
-                              5) +
-                      Cp1252ToUtf8(t.comment));
+    // UTF-8, English, an empty description, the text.
+    frame("COMM",
+          std::string(1, '\x03') + "eng" + '\0' + Cp1252ToUtf8(t.comment));
   }
   frames += std::string(16, '\0');
   std::string tag = "ID3\x04";

@@ -21,7 +21,7 @@ inline constexpr double kMaxTrackSeconds = 3600;
 struct TrackTagging {
   enum class Trailer { kApe, kLyrics3 };
   TrackTagging() = default;
-  TrackTagging(TrackTags tags) : fields(std::move(tags)) {}  // NOLINT
+  TrackTagging(TrackTags tags) : fields(std::move(tags)) {}
   bool operator==(const TrackTagging&) const = default;
 
   TrackTags fields;
