@@ -31,7 +31,7 @@ int main(int argc, char** argv) {
     return 2;
   }
   const std::string dir = argv[2];
-  v2::TrackTags tags;
+  v2::TrackTagging tags;
   using Kind = v2::ScriptCommand::Kind;
   for (std::string line; std::getline(script, line);) {
     v2::ScriptCommand c = v2::ParseScriptLine(line);

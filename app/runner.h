@@ -14,6 +14,7 @@
 #include "aolsim/desktop.h"
 #include "aolsim/sim_window_host.h"
 #include "app/script.h"
+#include "app/track_file.h"
 #include "core/program.h"
 #include "platform/sim/sim_loop.h"
 #include "platform/sim/sim_media.h"
@@ -21,7 +22,6 @@
 #include "platform/sim/sim_stores.h"
 #include "platform/sim/sim_ui.h"
 #include "platform/sim/sim_windows.h"
-#include "player/id3_tags.h"
 
 namespace v2 {
 
@@ -183,7 +183,7 @@ class Runner {
   int line_number_ = 0;
   std::string pending_;  // what the terminal gave and nobody took yet
   bool input_done_ = false;
-  TrackTags track_tags_;  // what the next `track` lines write
+  TrackTagging track_tags_;  // what the next `track` lines write
   // At the terminal: a box the program opens takes the next line typed.
   std::function<std::optional<std::string>()> ui_ask_;
 };
