@@ -235,15 +235,6 @@ LRESULT CALLBACK HostAccess::Proc(HWND hwnd, UINT msg, WPARAM w, LPARAM l) {
                     : std::string(),
                 win->cls == "RICHCNTL");
       return 0;
-    case WM_COPYDATA:
-      // The shell's tray entries come as data sent to the first task bar
-      // it finds; this one stands in front of the system's for its clock
-      // only, and hands them on.
-      if (win->cls == "Shell_TrayWnd") {
-        HWND shell = FindWindowExA(nullptr, hwnd, "Shell_TrayWnd", nullptr);
-        return shell ? SendMessageA(shell, msg, w, l) : FALSE;
-      }
-      break;
     case WM_SIZE:
       if (win->cls == "AOL Frame25") {
         // The MDI area fills the frame.

@@ -9,6 +9,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <deque>
@@ -70,6 +71,18 @@ bool SystemTrayClock() {
   if (h) h = FindWindowExA(h, nullptr, "TrayNotifyWnd", nullptr);
   if (h) h = FindWindowExA(h, nullptr, "TrayClockWClass", nullptr);
   return h != nullptr;
+}
+
+// The shell's tray entries come as data sent to the first task bar it
+// finds: aolhost's, which stands in front of the system's for its clock
+// only, hands them on to the system's.
+std::optional<v2::LResult> HandTrayDataOn(v2::Hwnd h, std::uint32_t msg,
+                                          v2::WParam w, v2::LParam l) {
+  if (msg != WM_COPYDATA) return std::nullopt;
+  HWND self = reinterpret_cast<HWND>(
+      static_cast<INT_PTR>(static_cast<std::int32_t>(h)));
+  HWND shell = FindWindowExA(nullptr, self, "Shell_TrayWnd", nullptr);
+  return shell ? SendMessageA(shell, msg, w, l) : FALSE;
 }
 
 void Queue(v2::ProgramWatch& watch, const v2::ScriptCommand& c) {
@@ -249,7 +262,7 @@ int main(int argc, char** argv) {
   client.on_event = Print;
   client.Start();
   v2::aolsim::Desktop desktop(host);
-  if (!SystemTrayClock()) desktop.ShowTaskBar();
+  if (!SystemTrayClock()) desktop.ShowTaskBar(HandTrayDataOn);
 
   if (!options.run.empty()) {
     // The client is signed on and in its room: now the program starts.
