@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace v2::aolsim {
 
@@ -12,9 +13,9 @@ std::string Desktop::ClockText(const LocalTime& t) {
          std::to_string(minute) + (t.hour < 12 ? " AM" : " PM");
 }
 
-void Desktop::ShowTaskBar() {
+void Desktop::ShowTaskBar(WindowHost::Handler on_task_bar) {
   if (host_.Exists(task_bar_)) return;
-  task_bar_ = host_.Create(0, "Shell_TrayWnd", "");
+  task_bar_ = host_.Create(0, "Shell_TrayWnd", "", std::move(on_task_bar));
   notify_ = host_.Create(task_bar_, "TrayNotifyWnd", "");
   ClockOn();
 }

@@ -13,8 +13,9 @@ class Desktop {
   explicit Desktop(WindowHost& host) : host_(host) {}
 
   // The task bar: Shell_TrayWnd, its TrayNotifyWnd and in that the
-  // TrayClockWClass, whose text is always the system's clock text.
-  void ShowTaskBar();
+  // TrayClockWClass, whose text is always the system's clock text. The
+  // task bar's own messages go to on_task_bar first.
+  void ShowTaskBar(WindowHost::Handler on_task_bar = {});
   // The other messenger runs with name signed on: its buddy list window,
   // class _Oscar_BuddyListWin, titled "NAME's Buddy List". A second name
   // replaces the first.

@@ -9,6 +9,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <deque>
@@ -71,6 +72,18 @@ bool SystemTrayClock() {
   return h != nullptr;
 }
 
+// The shell's tray entries come as data sent to the first task bar it
+// finds: aolhost's, which stands in front of the system's for its clock
+// only, hands them on to the system's.
+std::optional<v2::LResult> HandTrayDataOn(v2::Hwnd h, std::uint32_t msg,
+                                          v2::WParam w, v2::LParam l) {
+  if (msg != WM_COPYDATA) return std::nullopt;
+  HWND self = reinterpret_cast<HWND>(
+      static_cast<INT_PTR>(static_cast<std::int32_t>(h)));
+  HWND shell = FindWindowExA(nullptr, self, "Shell_TrayWnd", nullptr);
+  return shell ? SendMessageA(shell, msg, w, l) : FALSE;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -127,7 +140,7 @@ int main(int argc, char** argv) {
   client.on_event = Print;
   client.Start();
   v2::aolsim::Desktop desktop(host);
-  if (!SystemTrayClock()) desktop.ShowTaskBar();
+  if (!SystemTrayClock()) desktop.ShowTaskBar(HandTrayDataOn);
   v2::ProgramWatch watch(options.program);
   watch.on_event = Print;
   v2::ScriptPlayer player(client, desktop, host, watch, options.run,

@@ -43,8 +43,15 @@ std::string IniRead(Platform& p, const std::string& section,
 
 void IniWrite(Platform& p, const std::string& section, const std::string& key,
               const std::string& value, const std::string& file) {
-  p.profiles().WritePrivateProfileStringA(
-      section.c_str(), UpperCase(key).c_str(), value.c_str(), file.c_str());
+  if (p.profiles().WritePrivateProfileStringA(section.c_str(),
+                                              UpperCase(key).c_str(),
+                                              value.c_str(), file.c_str())) {
+    return;
+  }
+  // The caller goes on with the live value all the same; the member learns
+  // at the first write that fails, by the tray and never in the room, that
+  // what changes now lasts only for this run.
+  p.ui().TrayBalloonOnce(kNotSavedTitle, kNotSavedText);
 }
 
 std::string SettingsFile(Platform& p) {

@@ -12,6 +12,13 @@ namespace v2 {
 inline constexpr const char* kSettingsApp = "vantrel2";
 inline constexpr const char* kSettingsSection = "settings";
 inline constexpr const char* kIniSection = "vantrel2";
+// The balloon of a settings.dat that cannot be written.
+inline constexpr const char* kNotSavedTitle =
+    "vantrel\xB2 can't save your settings";
+inline constexpr const char* kNotSavedText =
+    "vantrel\xB2 can't write settings.dat in its folder, so what you change "
+    "lasts only until it ends. To keep your settings, move the vantrel2 "
+    "folder to a folder of your own, such as your Documents.";
 
 // A per-user entry, or def when there is none.
 std::string GetSetting(Platform& p, const std::string& key,
@@ -23,6 +30,9 @@ void SaveSetting(Platform& p, const std::string& key, const std::string& value);
 std::string IniRead(Platform& p, const std::string& section,
                     const std::string& key, const std::string& file);
 // The key is written in upper case; the value unchanged, the empty one too.
+// The first write of a run that fails (a folder the member cannot write
+// to) tells the member so by a balloon from the tray: the settings then
+// last for the run only.
 void IniWrite(Platform& p, const std::string& section, const std::string& key,
               const std::string& value, const std::string& file);
 

@@ -81,6 +81,12 @@ void SimUi::TrayAdd(const std::string& tip, TrayMouseUp handler) {
   tray_ = tip;
   tray_handler_ = std::move(handler);
   Event("[tray] shown " + tip);
+  if (balloon_) Event("[tray] balloon " + *std::exchange(balloon_, {}));
+}
+
+void SimUi::TrayBalloon(const std::string& title, const std::string& text) {
+  balloon_ = title + " | " + text;
+  if (tray_) Event("[tray] balloon " + *std::exchange(balloon_, {}));
 }
 
 void SimUi::TrayRemove() {

@@ -59,6 +59,9 @@ class SimUi : public UiToolkit {
   // an entry that is not there does nothing.
   void TrayAdd(const std::string& tip, TrayMouseUp handler) override;
   void TrayRemove() override;
+  // "[tray] balloon TITLE | TEXT"; one asked for before the entry is there
+  // comes right after its "[tray] shown".
+  void TrayBalloon(const std::string& title, const std::string& text) override;
   void ClickTray(std::int16_t Button);
   bool TrayShown() const { return tray_.has_value(); }
   // A popup reports "[popup] NAME" and closes with nothing chosen: the
@@ -93,6 +96,7 @@ class SimUi : public UiToolkit {
   std::vector<OpenBox> open_;
   std::optional<std::string> tray_;  // the tip while the entry is there
   TrayMouseUp tray_handler_;
+  std::optional<std::string> balloon_;  // waiting for the entry
   bool ended_ = false;
   SimWindows& windows_;
   SimRegions regions_;

@@ -94,6 +94,7 @@ struct Win32Ui::Owner {
   void ShellRestarted() {
     if (!ui->tray_wanted_) return;
     ui->tray_shown_ = ui->Notify(NIM_ADD) || ui->Notify(NIM_MODIFY);
+    ui->ShowBalloon();
   }
 };
 
