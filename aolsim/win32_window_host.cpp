@@ -194,6 +194,11 @@ LRESULT CALLBACK HostAccess::Proc(HWND hwnd, UINT msg, WPARAM w, LPARAM l) {
   if (ActingMessage(msg) && self->internal_ == 0) {
     self->last_action_ms_ = Win32WindowHost::MonotonicMs();
   }
+  if ((msg == WM_GETTEXT || msg == WM_GETTEXTLENGTH ||
+       msg == WM_USER + 75 /* EM_GETTEXTRANGE */) &&
+      self->internal_ == 0) {
+    self->last_read_ms_[h] = Win32WindowHost::MonotonicMs();
+  }
   if (win->handler) {
     auto handler = win->handler;  // it may destroy its own window
     if (auto r = handler(h, msg, w, l)) return *r;
@@ -299,6 +304,7 @@ Hwnd Win32WindowHost::Create(Hwnd parent, const std::string& cls,
 }
 
 void Win32WindowHost::Destroy(Hwnd h) {
+  last_read_ms_.erase(h);
   if (!Find(h)) return;
   ++internal_;
   DestroyWindow(ToHwnd(h));

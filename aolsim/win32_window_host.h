@@ -55,6 +55,11 @@ class Win32WindowHost : public WindowHost {
   // outside that changed something (reads do not count): the driving
   // program's activity, by which a runner sees it settle.
   std::uint64_t last_action_ms() const { return last_action_ms_; }
+  // When a program last read the window's text from outside (0: never).
+  std::uint64_t last_read_ms(Hwnd h) const {
+    auto it = last_read_ms_.find(h);
+    return it == last_read_ms_.end() ? 0 : it->second;
+  }
 
   // Handles messages until ms have passed.
   static void PumpFor(int ms);
@@ -73,6 +78,7 @@ class Win32WindowHost : public WindowHost {
   std::map<Hwnd, Window*> windows_;
   std::map<std::uintptr_t, std::function<void()>> timers_;
   std::uint64_t last_action_ms_ = 0;
+  std::map<Hwnd, std::uint64_t> last_read_ms_;
   bool clock_set_ = false;
   LocalTime clock_start_;
   std::uint64_t clock_set_at_ms_ = 0;

@@ -136,7 +136,6 @@ int main(int argc, char** argv) {
   v2::aolsim::Win32WindowHost host;
   if (options.clock) host.SetClock(*options.clock);
   v2::aolsim::AolClient client(host, options.screen_name);
-  client.on_line = Print;
   client.on_event = Print;
   client.Start();
   v2::aolsim::Desktop desktop(host);
@@ -145,6 +144,10 @@ int main(int argc, char** argv) {
   watch.on_event = Print;
   v2::ScriptPlayer player(client, desktop, host, watch, options.run,
                           options.settle_ms);
+  client.on_line = [&player](const std::string& line) {
+    Print(line);
+    player.LineShown();
+  };
 
   // Answers at the top of the script are for the questions the program
   // asks at its start, before anything else happens; the tracks there have

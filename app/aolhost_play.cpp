@@ -54,8 +54,11 @@ void ScriptPlayer::Settle() {
     ULONGLONG quiet_since = std::max<ULONGLONG>(
         {start, host_.last_action_ms(), watch_.last_answer_ms()});
     // Quiet, and not because it is stuck in the middle of something (on a
-    // busy machine a device can take longer to open than the quiet time).
-    if (now - quiet_since >= static_cast<ULONGLONG>(settle_ms_) &&
+    // busy machine a device can take longer to open than the quiet time),
+    // nor because it has not looked at the room since its last line.
+    const bool seen = !watch_.Up() || !client_.transcript() ||
+                      host_.last_read_ms(client_.transcript()) >= line_ms_;
+    if (now - quiet_since >= static_cast<ULONGLONG>(settle_ms_) && seen &&
         watch_.Answering()) {
       return;
     }

@@ -34,8 +34,11 @@ class ScriptPlayer {
   void Queue(const ScriptCommand& c);
   // Starts the program at the run's start; false when it did not come up.
   bool StartProgram() { return Start(0) == Outcome::kDone; }
-  // Waits until the program has left the client alone for a while.
+  // Waits until the program has left the client alone for a while, and
+  // has read the room since its last line.
   void Settle();
+  // A line has appeared in the room.
+  void LineShown() { line_ms_ = aolsim::Win32WindowHost::MonotonicMs(); }
   // Whether the script holds the program until `start`.
   bool held = false;
 
@@ -60,6 +63,7 @@ class ScriptPlayer {
   std::string run_;
   int settle_ms_;
   bool started_ = false;
+  std::uint64_t line_ms_ = 0;  // when the room last showed a line
   std::vector<std::pair<int, std::string>> held_after_;
 };
 

@@ -139,6 +139,10 @@ void ProgramWatch::Look() {
   }
 }
 
+bool ProgramWatch::Up() {
+  return !gone_ && !program_.empty() && FindWindowA(program_.c_str(), nullptr);
+}
+
 bool ProgramWatch::Answering() {
   HWND program =
       program_.empty() ? nullptr : FindWindowA(program_.c_str(), nullptr);

@@ -61,6 +61,8 @@ class ProgramWatch {
   // while it is busy inside one thing (a device opening, a hold), however
   // quiet it is towards the client meanwhile. True without a program.
   bool Answering();
+  // Whether the program's main window is up.
+  bool Up();
 
  private:
   // The program's process, from the first of its windows seen: it can end
