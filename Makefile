@@ -6,11 +6,17 @@
 #   make win       vantrel2.exe and aolhost.exe: build-win/ (64-bit Windows)
 #                  and build-win32/ (32-bit Windows, for old machines),
 #                  stripped (WIN_SYMBOLS=ON keeps the symbols)
+#   make layers-check  every include runs down the layers of
+#                  docs/architecture.md; no source file over 400 lines
 #   make imports-check  the Windows programs import only what Windows XP SP3
 #                  (32-bit) and Vista (64-bit) have (tests/imports)
 #   make wine-test the scenario scripts marked for Wine, played by aolhost.exe
 #                  against vantrel2.exe under Wine (the Linux build makes
 #                  their MP3 files)
+#   make dist      the release: dist/vantrel2-VERSION-win32.zip and -win64.zip
+#                  and dist/SHA256SUMS, the same bytes from the same commit
+#   make dist-test the release made twice and checked, and its program run
+#                  under Wine from a folder it cannot write to
 #   make format    rewrite the sources in the house style (.clang-format)
 #   make deps      install what the above need (Debian; only what is missing)
 #   make clean
@@ -39,7 +45,7 @@ FORMAT_FILES  = $(sort $(shell find $(wildcard $(FORMAT_DIRS)) -type f \
 .NOTPARALLEL:
 .DEFAULT_GOAL := build
 .PHONY: deps build demo test asan-test bench-smoke win imports-check \
-        wine-test format \
+        layers-check wine-test dist dist-test format \
         format-check clean
 
 deps:
@@ -56,7 +62,8 @@ demo: build
 	$(BUILD_DIR)/vantrel2-sim $(ARGS)
 
 # Formatting first: it takes a second and needs no build.
-test: deps format-check build asan-test bench-smoke imports-check wine-test
+test: deps format-check layers-check build asan-test bench-smoke \
+      imports-check wine-test dist-test
 	@echo "make test: all passed"
 
 # Unit tests and every scenario script, under the address and undefined
@@ -93,6 +100,10 @@ win: deps
 	  -DV2_WIN_SYMBOLS=$(WIN_SYMBOLS)
 	$(CMAKE) --build $(WIN32_DIR) -j $(JOBS)
 
+# The layers: a second, and no build needed.
+layers-check:
+	tests/layers/run
+
 # Each shipped executable against the list of what its oldest Windows has.
 imports-check: win
 	tests/imports/run $(WIN_DIR) $(WIN32_DIR)
@@ -100,6 +111,17 @@ imports-check: win
 # Real windows, real messages, real time: each script runs for some seconds.
 wine-test: build win
 	tests/wine/run-tests
+
+# What a member downloads, made from the stripped programs whatever
+# WIN_SYMBOLS says (tools/make-dist tells what is in it).
+dist: override WIN_SYMBOLS := OFF
+dist: win
+	tools/make-dist $(WIN_DIR) $(WIN32_DIR) dist
+
+# Quick: it reuses the Windows builds, and plays one script under Wine.
+dist-test: override WIN_SYMBOLS := OFF
+dist-test: win
+	tests/dist/check-dist $(WIN_DIR) $(WIN32_DIR)
 
 format-check: deps
 	@if [ -n "$(strip $(FORMAT_FILES))" ]; then \
@@ -114,4 +136,4 @@ format: deps
 	fi
 
 clean:
-	rm -rf $(BUILD_DIR) $(ASAN_DIR) $(WIN_DIR) $(WIN32_DIR)
+	rm -rf $(BUILD_DIR) $(ASAN_DIR) $(WIN_DIR) $(WIN32_DIR) dist

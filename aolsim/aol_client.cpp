@@ -119,7 +119,7 @@ void AolClient::OpenWelcome() {
   host_.Create(welcome_, "_AOL_Icon", "");
 }
 
-void AolClient::ShowDialog(const std::string& message) {
+Hwnd AolClient::ShowDialog(const std::string& message) {
   Hwnd dialog = host_.Create(0, "#32770", "America Online");
   host_.Create(dialog, "Button", "OK",
                [this, dialog](Hwnd, std::uint32_t msg, WParam w,
@@ -129,6 +129,7 @@ void AolClient::ShowDialog(const std::string& message) {
                });
   host_.Create(dialog, "Static", "");
   host_.Create(dialog, "Static", message);
+  return dialog;
 }
 
 void AolClient::Event(const std::string& text) {

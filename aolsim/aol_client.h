@@ -34,8 +34,28 @@ class AolClient {
   // Closes the whole client, or starts it again signed on.
   void Quit();
 
-  // The "America Online" dialog with an OK button and its texts.
-  void ShowDialog(const std::string& message);
+  // The "America Online" dialog with an OK button and its texts; the one
+  // the client made last.
+  Hwnd ShowDialog(const std::string& message);
+  // The client's other shapes, as a script makes them (aol_shapes.cpp).
+  // Gives the first window titled old (of the MDI area in sibling order,
+  // then of Dialogs()) the title now; false when there is none.
+  bool Retitle(const std::string& old, const std::string& now);
+  // The dialog of `box`: made with text, or given the new text while it is
+  // open; CloseBox closes it as the member does.
+  void Box(const std::string& text);
+  void CloseBox();
+  // The download window's title, and the first and second _AOL_Static of
+  // the download's or the upload's window, as they stand; nothing without
+  // the window.
+  void SetDownloadTitle(const std::string& title);
+  void SetTransferTexts(bool upload, const std::string& first,
+                        const std::string& second);
+  // The client's own top-level windows but its frame, front to back: its
+  // dialogs, the upload and time boxes, an open popup; and each as its class
+  // and its title.
+  std::vector<Hwnd> Dialogs();
+  std::vector<std::pair<std::string, std::string>> DialogClassesAndTitles();
 
   // Faults (aol_faults.cpp). The client's thread stops pumping for ms, as a
   // hung program's does (WindowHost::Hang).
@@ -209,6 +229,7 @@ class AolClient {
        input_ = 0;
   Hwnd strip_ = 0, glyph_ = 0, signon_ = 0, time_box_ = 0;
   Hwnd download_ = 0, upload_ = 0;
+  Hwnd box_ = 0;  // the dialog of `box`
   std::size_t lines_ = 0;
   std::string typeahead_;
   std::set<std::string> full_rooms_;

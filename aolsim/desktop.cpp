@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace v2::aolsim {
 
@@ -12,12 +13,22 @@ std::string Desktop::ClockText(const LocalTime& t) {
          std::to_string(minute) + (t.hour < 12 ? " AM" : " PM");
 }
 
-void Desktop::ShowTaskBar() {
+void Desktop::ShowTaskBar(WindowHost::Handler on_task_bar) {
   if (host_.Exists(task_bar_)) return;
-  task_bar_ = host_.Create(0, "Shell_TrayWnd", "");
-  Hwnd notify = host_.Create(task_bar_, "TrayNotifyWnd", "");
+  task_bar_ = host_.Create(0, "Shell_TrayWnd", "", std::move(on_task_bar));
+  notify_ = host_.Create(task_bar_, "TrayNotifyWnd", "");
+  ClockOn();
+}
+
+void Desktop::ClockOff() {
+  if (host_.Exists(clock_)) host_.Destroy(clock_);
+  clock_ = 0;
+}
+
+void Desktop::ClockOn() {
+  if (host_.Exists(clock_) || !host_.Exists(notify_)) return;
   // The clock tells the time at the moment it is asked.
-  clock_ = host_.Create(notify, "TrayClockWClass", "",
+  clock_ = host_.Create(notify_, "TrayClockWClass", "",
                         [this](Hwnd, std::uint32_t msg, WParam w,
                                LParam l) -> std::optional<LResult> {
                           if (msg != kWmGetText && msg != kWmGetTextLength)
@@ -38,6 +49,14 @@ void Desktop::ShowTaskBar() {
 void Desktop::AimSignOn(const std::string& name) {
   AimQuit();
   buddy_list_ = host_.Create(0, "_Oscar_BuddyListWin", name + "'s Buddy List");
+}
+
+bool Desktop::Retitle(const std::string& old, const std::string& now) {
+  if (!host_.Exists(buddy_list_) || host_.Text(buddy_list_) != old) {
+    return false;
+  }
+  host_.SetText(buddy_list_, now);
+  return true;
 }
 
 void Desktop::AimQuit() {

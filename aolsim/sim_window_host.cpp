@@ -76,6 +76,14 @@ void SimWindowHost::After(int ms, std::function<void()> work) {
   pending_.push_back(std::move(p));
 }
 
+std::vector<Hwnd> SimWindowHost::TopLevel() {
+  std::vector<Hwnd> out;
+  for (Hwnd h : windows_.Children(0)) {
+    if (windows_.OwnerOf(h) == sim::SimWindows::Owner::kOther) out.push_back(h);
+  }
+  return out;
+}
+
 void SimWindowHost::Raise(Hwnd h) {
   windows_.SetWindowPos(h, 0, 0, 0, 0, 0, kSwpNoMove | kSwpNoSize);
 }

@@ -30,6 +30,8 @@ class SimWindowHost : public WindowHost, private sim::SimWindows::Thread {
   std::vector<Hwnd> Children(Hwnd parent) override {
     return windows_.Children(parent);
   }
+  std::vector<Hwnd> TopLevel() override;
+  std::string ClassName(Hwnd h) override { return windows_.ClassOf(h); }
   // The client's timed work is on the program's loop, as its timers: it
   // runs when the program pumps or waits, not while the program holds.
   void After(int ms, std::function<void()> work) override;

@@ -1,19 +1,39 @@
-// The client's real menus, and its clock and pointer, for aolhost.exe: a
-// menu bar of the frame, popups tracked by the system's own menu loop, the
-// simulated system's time, the pointer.
+// The client's real menus, its top-level windows, and its clock and pointer,
+// for aolhost.exe: a menu bar of the frame, popups tracked by the system's
+// own menu loop, the simulated system's time, the pointer.
 #include <windows.h>
 
+#include <string>
+
 #include "aolsim/win32_window_host.h"
+#include "platform/win32/win32_handles.h"
 
 namespace v2::aolsim {
-namespace {
+using win32::FromHwnd;
+using win32::ToHwnd;
 
-HWND ToHwnd(Hwnd h) {
-  return reinterpret_cast<HWND>(
-      static_cast<INT_PTR>(static_cast<std::int32_t>(h)));
+std::vector<Hwnd> Win32WindowHost::TopLevel() {
+  std::vector<Hwnd> out;
+  const DWORD thread = GetCurrentThreadId();
+  for (HWND h = GetWindow(GetDesktopWindow(), GW_CHILD); h;
+       h = GetWindow(h, GW_HWNDNEXT)) {
+    // The host's own windows, and the menus the system opens for it (not
+    // the system's helpers of the thread, such as the IME's window).
+    if (GetWindowThreadProcessId(h, nullptr) != thread) continue;
+    char cls[16] = {};
+    GetClassNameA(h, cls, sizeof(cls));
+    if (Find(FromHwnd(h)) || std::string(cls) == "#32768") {
+      out.push_back(FromHwnd(h));
+    }
+  }
+  return out;
 }
 
-}  // namespace
+std::string Win32WindowHost::ClassName(Hwnd h) {
+  char name[256] = {};
+  GetClassNameA(ToHwnd(h), name, sizeof(name));
+  return name;
+}
 
 void Win32WindowHost::Raise(Hwnd h) {
   if (!Find(h)) return;

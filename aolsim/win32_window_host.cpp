@@ -6,6 +6,8 @@
 #include <set>
 #include <vector>
 
+#include "platform/win32/win32_handles.h"
+
 namespace v2::aolsim {
 
 struct Win32WindowHost::Window {
@@ -30,13 +32,8 @@ Win32WindowHost* HostAccess::host = nullptr;
 
 namespace {
 
-HWND ToHwnd(Hwnd h) {
-  return reinterpret_cast<HWND>(
-      static_cast<INT_PTR>(static_cast<std::int32_t>(h)));
-}
-Hwnd FromHwnd(HWND h) {
-  return static_cast<Hwnd>(reinterpret_cast<UINT_PTR>(h));
-}
+using win32::FromHwnd;
+using win32::ToHwnd;
 
 // Classes the system already has; the client's own are registered here.
 bool SystemClass(const std::string& cls) {
@@ -197,6 +194,11 @@ LRESULT CALLBACK HostAccess::Proc(HWND hwnd, UINT msg, WPARAM w, LPARAM l) {
   if (ActingMessage(msg) && self->internal_ == 0) {
     self->last_action_ms_ = Win32WindowHost::MonotonicMs();
   }
+  if ((msg == WM_GETTEXT || msg == WM_GETTEXTLENGTH ||
+       msg == WM_USER + 75 /* EM_GETTEXTRANGE */) &&
+      self->internal_ == 0) {
+    self->last_read_ms_[h] = Win32WindowHost::MonotonicMs();
+  }
   if (win->handler) {
     auto handler = win->handler;  // it may destroy its own window
     if (auto r = handler(h, msg, w, l)) return *r;
@@ -302,6 +304,7 @@ Hwnd Win32WindowHost::Create(Hwnd parent, const std::string& cls,
 }
 
 void Win32WindowHost::Destroy(Hwnd h) {
+  last_read_ms_.erase(h);
   if (!Find(h)) return;
   ++internal_;
   DestroyWindow(ToHwnd(h));

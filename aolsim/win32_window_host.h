@@ -26,6 +26,10 @@ class Win32WindowHost : public WindowHost {
   void AppendText(Hwnd h, std::string_view more) override;
   void EraseFront(Hwnd h, std::size_t count) override;
   std::vector<Hwnd> Children(Hwnd parent) override;
+  // The top-level windows of this host, and the popups of the system's
+  // menus it opens, in the system's order (front to back).
+  std::vector<Hwnd> TopLevel() override;
+  std::string ClassName(Hwnd h) override;
   void After(int ms, std::function<void()> work) override;
   // Really stops the thread: it sleeps, and its queue waits.
   void Hang(int ms) override;
@@ -51,6 +55,11 @@ class Win32WindowHost : public WindowHost {
   // outside that changed something (reads do not count): the driving
   // program's activity, by which a runner sees it settle.
   std::uint64_t last_action_ms() const { return last_action_ms_; }
+  // When a program last read the window's text from outside (0: never).
+  std::uint64_t last_read_ms(Hwnd h) const {
+    auto it = last_read_ms_.find(h);
+    return it == last_read_ms_.end() ? 0 : it->second;
+  }
 
   // Handles messages until ms have passed.
   static void PumpFor(int ms);
@@ -69,6 +78,7 @@ class Win32WindowHost : public WindowHost {
   std::map<Hwnd, Window*> windows_;
   std::map<std::uintptr_t, std::function<void()>> timers_;
   std::uint64_t last_action_ms_ = 0;
+  std::map<Hwnd, std::uint64_t> last_read_ms_;
   bool clock_set_ = false;
   LocalTime clock_start_;
   std::uint64_t clock_set_at_ms_ = 0;

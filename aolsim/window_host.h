@@ -41,6 +41,9 @@ class WindowHost {
   virtual void EraseFront(Hwnd h, std::size_t count) = 0;
   // The direct children of a window, in sibling order.
   virtual std::vector<Hwnd> Children(Hwnd parent) = 0;
+  // This host's top-level windows, front to back, as lookups find them.
+  virtual std::vector<Hwnd> TopLevel() = 0;
+  virtual std::string ClassName(Hwnd h) = 0;
   // Runs work after ms on the shared clock.
   virtual void After(int ms, std::function<void()> work) = 0;
   // The client's thread stops pumping for ms, as a hung program's does: it

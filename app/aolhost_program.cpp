@@ -17,6 +17,8 @@ constexpr int kLookEveryMs = 20;
 constexpr ULONGLONG kLaunchBoundMs = 60000;
 constexpr DWORD kKillBoundMs = 10000;
 constexpr ULONGLONG kCloseBoundMs = 5000;
+// How long a program that takes its messages needs to take one.
+constexpr UINT kAnswerBoundMs = 250;
 // The program's input box, by its window class.
 constexpr const char* kInputBoxClass = "vantrel2 inputbox";
 
@@ -51,19 +53,25 @@ bool ProgramWatch::Launch(const std::string& file) {
   process_ = nullptr;
   program_seen_ = gone_ = false;
   handled_.clear();
+  open_box_ = nullptr;
   STARTUPINFOA startup{};
   startup.cb = sizeof(startup);
   PROCESS_INFORMATION info{};
-  std::string command = "\"" + file + "\"";
-  // The program's working directory is aolhost's: the run's folder.
-  if (!CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0,
-                      nullptr, nullptr, &startup, &info)) {
+  // By its full name: a bare name would be looked for beside aolhost.exe
+  // first. Its working directory is aolhost's: the run's folder.
+  char full[MAX_PATH] = {};
+  if (!GetFullPathNameA(file.c_str(), MAX_PATH, full, nullptr)) return false;
+  std::string command = std::string("\"") + full + "\"";
+  if (!CreateProcessA(full, command.data(), nullptr, nullptr, FALSE, 0, nullptr,
+                      nullptr, &startup, &info)) {
     return false;
   }
   CloseHandle(info.hThread);
   process_ = info.hProcess;
   const ULONGLONG start = Now();
-  while (!program_seen_ && !gone_) {
+  // Up is its main window, or a question of its start that the member
+  // leaves open for now.
+  while (!program_seen_ && !gone_ && !open_box_) {
     if (Now() - start > kLaunchBoundMs) return false;
     PumpFor(50);
   }
@@ -120,7 +128,7 @@ void ProgramWatch::Look() {
        (box = FindWindowExA(nullptr, box, kInputBoxClass, nullptr));) {
     Follow(box);
     if (std::find(handled_.begin(), handled_.end(), box) == handled_.end()) {
-      Answer(box);
+      TakeBox(box);
     }
   }
   bool ended = (program_seen_ && !program) ||
@@ -131,6 +139,19 @@ void ProgramWatch::Look() {
   }
 }
 
+bool ProgramWatch::Up() {
+  return !gone_ && !program_.empty() && FindWindowA(program_.c_str(), nullptr);
+}
+
+bool ProgramWatch::Answering() {
+  HWND program =
+      program_.empty() ? nullptr : FindWindowA(program_.c_str(), nullptr);
+  if (!program || gone_) return true;
+  DWORD_PTR result = 0;
+  return SendMessageTimeoutA(program, WM_NULL, 0, 0, SMTO_NORMAL,
+                             kAnswerBoundMs, &result) != 0;
+}
+
 void ProgramWatch::Follow(HWND h) {
   if (process_) return;
   DWORD id = 0;
@@ -138,7 +159,7 @@ void ProgramWatch::Follow(HWND h) {
   if (id) process_ = OpenProcess(SYNCHRONIZE, FALSE, id);
 }
 
-void ProgramWatch::Answer(HWND box) {
+void ProgramWatch::TakeBox(HWND box) {
   HWND prompt = FindWindowExA(box, nullptr, "Static", nullptr);
   HWND edit = FindWindowExA(box, nullptr, "Edit", nullptr);
   HWND ok = FindWindowExA(box, nullptr, "Button", "OK");
@@ -146,22 +167,51 @@ void ProgramWatch::Answer(HWND box) {
   // The box shows itself once it is complete.
   if (!IsWindowVisible(box) || !prompt || !edit || !ok || !cancel) return;
   handled_.push_back(box);
+  const std::string asked = TextOf(prompt);
   if (on_event) {
-    on_event("[inputbox] " + TextOf(prompt) + " | " + TextOf(box) + " | " +
+    on_event("[inputbox] " + asked + " | " + TextOf(box) + " | " +
              TextOf(edit));
   }
-  std::optional<std::string> answer;
+  Answer next;
   if (!answers.empty()) {
-    answer = std::move(answers.front());
+    next = std::move(answers.front());
     answers.pop_front();
   }
-  if (answer) {
+  if (next.wait) {
+    // The member leaves it open for now.
+    open_box_ = box;
+    open_prompt_ = asked;
+    return;
+  }
+  Reply(box, next.text);
+}
+
+void ProgramWatch::Reply(HWND box, const std::optional<std::string>& answer) {
+  HWND edit = FindWindowExA(box, nullptr, "Edit", nullptr);
+  HWND ok = FindWindowExA(box, nullptr, "Button", "OK");
+  HWND cancel = FindWindowExA(box, nullptr, "Button", "Cancel");
+  if (answer && edit) {
     SendMessageTimeoutA(edit, WM_SETTEXT, 0,
                         reinterpret_cast<LPARAM>(answer->c_str()),
                         SMTO_ABORTIFHUNG, kReadBoundMs, nullptr);
   }
   PostMessageA(answer ? ok : cancel, BM_CLICK, 0, 0);
   last_answer_ms_ = Now();
+}
+
+bool ProgramWatch::AnswerOpenBox(const std::optional<std::string>& answer) {
+  if (!OpenBoxPrompt()) return false;
+  Reply(open_box_, answer);
+  open_box_ = nullptr;
+  return true;
+}
+
+std::optional<std::string> ProgramWatch::OpenBoxPrompt() {
+  if (!open_box_ || !IsWindow(open_box_)) {
+    open_box_ = nullptr;
+    return std::nullopt;
+  }
+  return open_prompt_;
 }
 
 }  // namespace v2

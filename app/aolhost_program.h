@@ -24,8 +24,8 @@ class ProgramWatch {
 
   // Starts the program file (a path, or a name in the working directory)
   // and waits, handling the client's messages, until its main window is up
-  // or it has ended; false when it could not be started or no window came
-  // within the bound.
+  // (or a box of its start is left open by a wait) or it has ended; false
+  // when it could not be started or no window came within the bound.
   bool Launch(const std::string& file);
   // Ends the program's process at once (nothing of it runs to its end) and
   // waits for it to be gone; false when it is not gone within the bound.
@@ -36,8 +36,17 @@ class ProgramWatch {
 
   // Told "[inputbox] PROMPT | TITLE | PRESET" and "[exit]" as they happen.
   std::function<void(const std::string&)> on_event;
-  // The answers for the next boxes, in order; nullopt cancels.
-  std::deque<std::optional<std::string>> answers;
+  // The answers for the next boxes, in order; nullopt cancels, and a wait
+  // leaves the box open until AnswerOpenBox.
+  struct Answer {
+    std::optional<std::string> text;
+    bool wait = false;
+  };
+  std::deque<Answer> answers;
+  // Answers the box left open by a wait; false when none is open.
+  bool AnswerOpenBox(const std::optional<std::string>& answer);
+  // The prompt of the box left open, if one is.
+  std::optional<std::string> OpenBoxPrompt();
   // The program has ended by itself ("[exit]" is printed once).
   bool gone() const { return gone_; }
   // When a box was last answered: the program goes on from there.
@@ -48,18 +57,27 @@ class ProgramWatch {
   void PumpFor(int ms);
   // One look: a box to answer, the program's end.
   void Look();
+  // Whether the program's thread takes a message within a moment: false
+  // while it is busy inside one thing (a device opening, a hold), however
+  // quiet it is towards the client meanwhile. True without a program.
+  bool Answering();
+  // Whether the program's main window is up.
+  bool Up();
 
  private:
   // The program's process, from the first of its windows seen: it can end
   // before its main window is up, say at a question of its start.
   void Follow(HWND h);
-  void Answer(HWND box);
+  void TakeBox(HWND box);
+  void Reply(HWND box, const std::optional<std::string>& answer);
 
   std::string program_;
   bool program_seen_ = false;
   bool gone_ = false;
   HANDLE process_ = nullptr;
   std::vector<HWND> handled_;  // boxes answered that may still be up
+  HWND open_box_ = nullptr;    // a box left open by a wait
+  std::string open_prompt_;
   ULONGLONG last_answer_ms_ = 0;
 };
 

@@ -31,7 +31,7 @@ int main(int argc, char** argv) {
     return 2;
   }
   const std::string dir = argv[2];
-  v2::TrackTags tags;
+  v2::TrackTagging tags;
   using Kind = v2::ScriptCommand::Kind;
   for (std::string line; std::getline(script, line);) {
     v2::ScriptCommand c = v2::ParseScriptLine(line);
@@ -44,7 +44,8 @@ int main(int argc, char** argv) {
         std::cerr << "make-track: " << c.object << ": " << error << "\n";
         return 1;
       }
-    } else if (c.kind != Kind::kNothing && c.kind != Kind::kAnswer) {
+    } else if (c.kind != Kind::kNothing && c.kind != Kind::kAnswer &&
+               c.kind != Kind::kHold && c.kind != Kind::kStore) {
       break;
     }
   }

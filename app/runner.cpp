@@ -1,111 +1,15 @@
+// The runner's world: the client, the desktop, the stores and the clock,
+// which last the whole run, and the program's process, which starts, ends
+// and starts again.
 #include "app/runner.h"
 
-#include <unistd.h>
-
-#include <cstdio>
 #include <cstdlib>
-#include <fstream>
-#include <istream>
 #include <ostream>
-#include <sstream>
 
 #include "app/room_render.h"
-#include "app/script.h"
-#include "app/track_file.h"
-#include "config/menu_tree.h"
-#include "config/settings.h"
-#include "config/style_window.h"
 #include "platform/text.h"
 
 namespace v2 {
-namespace {
-
-constexpr std::int64_t kInteractiveTailMs = 2000;
-
-std::string DefaultUserStore() {
-  const char* config = std::getenv("XDG_CONFIG_HOME");
-  const char* home = std::getenv("HOME");
-  std::string base = config && *config ? config
-                     : home            ? std::string(home) + "/.config"
-                                       : std::string(".");
-  return base + "/vantrel2/user-store";
-}
-
-std::string ExecutableDir() {
-  char path[4096];
-  ssize_t n = readlink("/proc/self/exe", path, sizeof(path) - 1);
-  if (n <= 0) return ".";
-  std::string exe(path, static_cast<std::size_t>(n));
-  auto slash = exe.rfind('/');
-  return slash == std::string::npos ? "." : exe.substr(0, slash);
-}
-
-}  // namespace
-
-bool ParseRunnerArgs(int argc, const char* const* argv, RunnerOptions& options,
-                     std::string& error) {
-  options.program_dir = ExecutableDir();
-  options.user_store = DefaultUserStore();
-  for (int i = 1; i < argc; ++i) {
-    std::string arg = argv[i];
-    if (arg == "--raw") {
-      options.raw = true;
-      continue;
-    }
-    if (i + 1 >= argc) {
-      error = "missing value after " + arg;
-      return false;
-    }
-    std::string value = argv[++i];
-    if (arg == "--script") {
-      options.script = value;
-    } else if (arg == "--screen-name") {
-      if (value.empty() || value.find(' ') != std::string::npos) {
-        error = "a screen name is one word";
-        return false;
-      }
-      options.screen_name = Utf8ToCp1252(value);
-    } else if (arg == "--clock") {
-      LocalTime t;
-      if (!sim::ParseLocalTime(value, t)) {
-        error = "--clock wants \"YYYY-MM-DD HH:MM:SS\", not \"" + value + "\"";
-        return false;
-      }
-      options.clock = t;
-    } else if (arg == "--program-dir") {
-      options.program_dir = value;
-    } else if (arg == "--user-store") {
-      options.user_store = value;
-    } else if (arg == "--uptime") {
-      // Whole seconds; the machine's counter of milliseconds wraps at 2^32,
-      // and so does this.
-      if (value.empty() || value.size() > 9 ||
-          value.find_first_not_of("0123456789") != std::string::npos) {
-        error = "--uptime wants whole seconds, not \"" + value + "\"";
-        return false;
-      }
-      options.uptime_ms = static_cast<std::uint32_t>(std::stoull(value) * 1000 %
-                                                     (std::uint64_t{1} << 32));
-    } else {
-      error = "unknown option " + arg;
-      return false;
-    }
-  }
-  return true;
-}
-
-namespace {
-
-// The local clock to the millisecond, for `show time`: how long a wait
-// took can be read off two of them.
-std::string ClockText(const LocalTime& t) {
-  char text[32];
-  std::snprintf(text, sizeof(text), "%02d:%02d:%02d.%03d", t.hour, t.minute,
-                t.second, t.millisecond);
-  return text;
-}
-
-}  // namespace
 
 ProgramProcess::ProgramProcess(sim::SimWindows& windows, sim::SimLoop& loop,
                                sim::SimUserStore& user_store,
@@ -155,313 +59,85 @@ Runner::Runner(const RunnerOptions& options, std::ostream& out,
   NewProcess();
 }
 
-void Runner::NewProcess(std::deque<std::optional<std::string>> answers) {
+// The process goes first: its program's objects point into the world.
+Runner::~Runner() { process_.reset(); }
+
+void Runner::NewProcess() {
   process_ = std::make_unique<ProgramProcess>(windows_, loop_, user_store_,
                                               profile_, files_, shell_);
   sim::SimUi& ui = process_->ui;
-  for (auto& answer : answers) ui.QueueAnswer(std::move(answer));
+  ui.QueueAnswers(std::exchange(answers_, {}));
   ui.on_event = [this](const std::string& event) { Print(event); };
   process_->media.on_event = [this](const std::string& event) { Print(event); };
   // The program's end is the process's end, as it is on Windows: whatever
-  // the program was in the middle of goes with it.
+  // the program was in the middle of goes with it. At the terminal the
+  // runner ends with it; a script goes on without the program.
   ui.on_end = [this] {
-    loop_.Halt();
-    if (!options_.end_process) return;
-    out_.flush();
-    err_.flush();
-    std::exit(0);
+    if (!options_.script && options_.end_process) {
+      out_.flush();
+      err_.flush();
+      std::exit(0);
+    }
+    throw ProcessEnd{false};
   };
   if (ui_ask_) ui.ask = ui_ask_;
+  ui.wait = [this] { PlayWaiting(); };
   started_ = false;
 }
 
-void Runner::Restart() {
-  Start();  // a program held so far is started, to be ended
-  // Nothing of the old process runs again, and nothing it did not write
-  // already is written: its timers, events, hooks and windows go with it.
+void Runner::EndProcess() {
   loop_.EndProgram();
   windows_.EndProgram();
-  auto answers = process_->ui.TakeAnswers();
+  if (!process_) return;
+  // Answers no box took are the member's, for the next start.
+  answers_ = process_->ui.TakeAnswers();
   process_.reset();
+}
+
+void Runner::Restart() {
+  EndProcess();
   Print("[restart]");
-  NewProcess(std::move(answers));
+  NewProcess();
+  state_ = State::kRunning;
   Start();
 }
 
 void Runner::Start() {
-  if (started_) return;
+  if (started_ || !process_) return;
   started_ = true;
-  process_->program.Start();
-  loop_.RunUntilIdle();
+  if (state_ != State::kRunning) {
+    state_ = State::kRunning;
+    // What was said to come after the start counts from now.
+    for (const auto& [ms, line] : std::exchange(held_after_, {})) {
+      ScheduleAfter(ms, line);
+    }
+  }
+  Guarded([this] {
+    process_->program.Start();
+    loop_.RunUntilIdle();
+    return Outcome::kDone;
+  });
 }
 
-void Runner::QueueAnswer(const ScriptCommand& command) {
-  if (command.object == "answer") {
-    process_->ui.QueueAnswer(command.text);
-  } else {
-    process_->ui.QueueAnswer(std::nullopt);
+Runner::Outcome Runner::Guarded(const std::function<Outcome()>& work) {
+  try {
+    return work();
+  } catch (const ProcessEnd& end) {
+    if (end.restart) {
+      Restart();
+    } else {
+      EndProcess();
+      state_ = State::kEnded;
+      // The client goes on without the program.
+      loop_.RunUntilIdle();
+    }
+    return Outcome::kDone;
   }
 }
 
 void Runner::Print(const std::string& text) {
   out_ << Cp1252ToUtf8(text) << '\n';
   out_.flush();
-}
-
-Runner::Outcome Runner::Run(const std::string& raw) {
-  ScriptCommand command = ParseScriptLine(raw);
-  if (ended()) return Outcome::kDone;  // the program is gone
-  // Answers given before the start are for the start's questions, and
-  // tracks made then are there when it begins.
-  if (command.kind != ScriptCommand::Kind::kNothing &&
-      command.kind != ScriptCommand::Kind::kAnswer &&
-      command.kind != ScriptCommand::Kind::kTrack &&
-      command.kind != ScriptCommand::Kind::kTags) {
-    Start();
-    // A line that comes while the client is hung waits until it answers
-    // again, with the program running: the member's keys, the room's lines
-    // and what the client shows all go through the client's thread. The
-    // clock is the runner's own: it is read at once, so that the moment the
-    // program came back from a wait shows even while the client still hangs.
-    const bool clock_only =
-        command.kind == ScriptCommand::Kind::kShow && command.object == "time";
-    if (!clock_only) loop_.RunFor(host_.HungForMs());
-  }
-  switch (command.kind) {
-    case ScriptCommand::Kind::kNothing:
-      return Outcome::kDone;
-    case ScriptCommand::Kind::kNotUnderstood:
-      return Outcome::kNotUnderstood;
-    case ScriptCommand::Kind::kClient:
-      PlayOnClient(client_, command);
-      break;
-    case ScriptCommand::Kind::kDesktop:
-      PlayOnDesktop(desktop_, command);
-      break;
-    case ScriptCommand::Kind::kProgram:
-      if (command.object == "menu" && !program().ClickMenu(command.text)) {
-        return Outcome::kNotUnderstood;
-      }
-      PlayOnProgram(command);
-      break;
-    case ScriptCommand::Kind::kAnswer:
-      QueueAnswer(command);
-      break;
-    case ScriptCommand::Kind::kTags:
-      track_tags_ = ParseTrackTags(command.text);
-      break;
-    case ScriptCommand::Kind::kTrack: {
-      std::string error;
-      if (!WriteTrack(command.object, command.seconds, track_tags_, error)) {
-        err_ << "vantrel2-sim: track " << command.object << ": " << error
-             << '\n';
-        return Outcome::kNotUnderstood;
-      }
-      break;
-    }
-    case ScriptCommand::Kind::kRestart:
-      Restart();
-      break;
-    case ScriptCommand::Kind::kWait:
-      loop_.RunFor(static_cast<std::int64_t>(command.seconds * 1000.0 + 0.5));
-      break;
-    case ScriptCommand::Kind::kHang: {
-      const auto ms = static_cast<int>(command.seconds * 1000.0 + 0.5);
-      client_.Hang(ms);
-      loop_.RunFor(ms);
-      break;
-    }
-    case ScriptCommand::Kind::kShow: {
-      if (command.object == "settings.dat") {
-        ShowSettingsFile();
-        break;
-      }
-      if (command.object.compare(0, 6, "store ") == 0) {
-        const std::string key = command.object.substr(6);
-        const auto stored =
-            user_store_.Find(kSettingsApp, kSettingsSection, key);
-        Print("[store " + key + "] " +
-              (stored ? "\"" + *stored + "\"" : std::string("none")));
-        break;
-      }
-      if (command.object == "menu") {
-        for (const std::string& line : MenuLines(program().form2)) {
-          Print("[menu] " + line);
-        }
-        break;
-      }
-      std::string value;
-      if (command.object == "media") {
-        value = process_->media.Describe();
-      } else if (command.object == "time") {
-        value = ClockText(loop_.clock().LocalNow());
-      } else if (!ShowOfClient(client_, command.object, value) &&
-                 !ShowOfDesktop(desktop_, command.object, value) &&
-                 !program().Show(command.object, value)) {
-        return Outcome::kNotUnderstood;
-      }
-      Print("[" + command.object + "] " + value);
-      break;
-    }
-  }
-  loop_.RunUntilIdle();
-  return Outcome::kDone;
-}
-
-void Runner::PlayOnProgram(const ScriptCommand& command) {
-  if (command.object == "menu") return;  // clicked above
-  if (command.object == "tray") {
-    process_->ui.ClickTray(command.text == "right" ? 2 : 1);
-    return;
-  }
-  if (command.object.compare(0, 7, "custom ") == 0) {
-    PlayOnForm4(command);
-    return;
-  }
-  // The member's hands in the reason list window, which the first touch
-  // brings into being.
-  EnsureForm3(program());
-  if (command.object == "reasons add") {
-    program().form3.Text1.Text.Set(command.text);
-    Form3_Text1_KeyPress(program(), 13);
-  } else if (command.object == "reasons edit") {
-    // A double click on entry N selects it first; below the last entry it
-    // lands on nothing.
-    int n = std::stoi(command.text);
-    program().form3.List1.ListIndex =
-        n < program().form3.List1.ListCount() ? n : -1;
-    Form3_List1_DblClick(program());
-  } else if (command.object == "reasons save") {
-    Form3_Label1_Click(program());
-  } else if (command.object == "reasons cancel") {
-    Form3_Label2_Click(program());
-  }
-}
-
-// settings.dat line by line, as it lies beside the program.
-void Runner::ShowSettingsFile() {
-  std::ifstream in(files_.NativePath(SettingsFile(process_->platform)),
-                   std::ios::binary);
-  if (!in) {
-    Print("[settings.dat] missing");
-    return;
-  }
-  std::string line;
-  while (std::getline(in, line)) {
-    if (!line.empty() && line.back() == '\r') line.pop_back();
-    Print("[settings.dat] " + line);
-  }
-}
-
-// The member's hands in the style window.
-void Runner::PlayOnForm4(const ScriptCommand& command) {
-  EnsureForm4(program());
-  if (command.object == "custom type") {
-    const auto blank = command.text.find(' ');
-    TextBox* box = Form4Field(program().form4, command.text.substr(0, blank));
-    // A disabled field takes no keys; a full one loses the rest.
-    if (!box || !box->Enabled) return;
-    box->Text.Set("");
-    const std::string typed =
-        blank == std::string::npos ? "" : command.text.substr(blank + 1);
-    for (char key : typed) {
-      std::string now = box->Text.Get();
-      if (box->MaxLength > 0 &&
-          now.size() >= static_cast<std::size_t>(box->MaxLength)) {
-        break;
-      }
-      box->Text.Set(now + key);
-    }
-  } else if (command.object == "custom save") {
-    Form4_Label8_Click(program());
-  } else if (command.object == "custom test") {
-    Form4_Label9_Click(program());
-  } else if (command.object == "custom cancel") {
-    Form4_Label10_Click(program());
-  }
-}
-
-bool Runner::Execute(const std::string& line) {
-  return Run(line) == Outcome::kDone;
-}
-
-int Runner::RunScript(std::istream& script) {
-  std::string line;
-  for (int number = 1; std::getline(script, line); ++number) {
-    switch (Run(line)) {
-      case Outcome::kDone:
-        break;
-      case Outcome::kNotUnderstood:
-        err_ << "vantrel2-sim: line " << number
-             << " is not understood: " << line << '\n';
-        return 2;
-    }
-  }
-  Start();
-  return 0;
-}
-
-void Runner::ReadTerminal() {
-  char buffer[4096];
-  ssize_t n = read(STDIN_FILENO, buffer, sizeof(buffer));
-  if (n <= 0) {
-    input_done_ = true;
-  } else {
-    pending_.append(buffer, static_cast<std::size_t>(n));
-  }
-}
-
-std::optional<std::string> Runner::TakeTerminalLine() {
-  auto nl = pending_.find('\n');
-  if (nl == std::string::npos) return std::nullopt;
-  std::string line = pending_.substr(0, nl);
-  pending_.erase(0, nl + 1);
-  return line;
-}
-
-std::optional<std::string> Runner::ReadTerminalLine() {
-  for (;;) {
-    if (auto line = TakeTerminalLine()) return line;
-    if (input_done_) return std::nullopt;
-    ReadTerminal();
-  }
-}
-
-int Runner::RunInteractive() {
-  err_ << "vantrel2-sim: " << Cp1252ToUtf8(options_.screen_name)
-       << " is signed on and in the room. Type a line to say it, or a command\n"
-          "(say, type, typeahead, other NAME TEXT, im NAME TEXT, wait S,\n"
-          "show OBJECT, close welcome, open welcome, close client,\n"
-          "open client, restart,\n"
-          "menu ITEM, tray right, answer TEXT, download NAME PERCENT MINUTES,\n"
-          "aim NAME, aim off, pointer X Y,\n"
-          "custom type FIELD TEXT, custom save, custom test, custom cancel).\n"
-          "An [inputbox] waits for the next line as its answer (an empty line\n"
-          "cancels). End with Ctrl-D.\n";
-  // A box the program opens takes the next line typed; the program waits
-  // for it as it would for the member.
-  ui_ask_ = [this]() -> std::optional<std::string> {
-    std::optional<std::string> line = ReadTerminalLine();
-    if (line) line = Utf8ToCp1252(*line);
-    return line;
-  };
-  process_->ui.ask = ui_ask_;
-  Start();
-  loop_.SetInput(STDIN_FILENO, [&] {
-    ReadTerminal();
-    while (auto line = TakeTerminalLine()) {
-      // Anything that is no command is said in the room.
-      if (Run(*line) != Outcome::kDone) Run("say " + *line);
-    }
-  });
-  while (!input_done_) {
-    loop_.RunUntilIdle();
-    loop_.WaitUntil(loop_.clock().NowMs() + 1000);
-  }
-  // Input piped in ends at once: the program still answers what came last,
-  // as it would for a person who stops typing.
-  loop_.RunFor(kInteractiveTailMs);
-  return 0;
 }
 
 }  // namespace v2

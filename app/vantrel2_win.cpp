@@ -3,6 +3,7 @@
 // close.
 #include <windows.h>
 
+#include "core/program.h"
 #include "platform/platform.h"
 #include "platform/win32/win32_loop.h"
 #include "platform/win32/win32_media.h"
@@ -10,7 +11,6 @@
 #include "platform/win32/win32_stores.h"
 #include "platform/win32/win32_ui.h"
 #include "platform/win32/win32_windows.h"
-#include "shell/program.h"
 
 namespace {
 

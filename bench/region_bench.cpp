@@ -7,10 +7,10 @@
 #include <cstdint>
 #include <string_view>
 
+#include "core/pictures.h"
+#include "core/shaped_windows.h"
 #include "platform/bmp.h"
 #include "platform/sim/sim_shaped.h"
-#include "shell/pictures.h"
-#include "shell/shaped_windows.h"
 
 namespace v2 {
 namespace {

@@ -5,10 +5,10 @@
 #include <cstdint>
 #include <string_view>
 
+#include "core/shaped_windows.h"
 #include "fuzz/fuzz_check.h"
 #include "platform/bmp.h"
 #include "platform/sim/sim_shaped.h"
-#include "shell/shaped_windows.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
                                       std::size_t size) {

@@ -4,11 +4,11 @@
 #include <cstdint>
 #include <string>
 
+#include "core/program.h"
 #include "fuzz/fuzz_check.h"
 #include "fuzz/fuzz_world.h"
 #include "host/host_windows.h"
 #include "interpreter/chat_event.h"
-#include "shell/program.h"
 
 namespace {
 

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "core/list_files.h"
 #include "fuzz/fuzz_check.h"
 #include "idle/reason_list.h"
 

@@ -1,10 +1,10 @@
 #include "answering/answering_machine.h"
 
-#include "config/menu_tree.h"
+#include "core/menu_items.h"
+#include "core/program.h"
+#include "core/styled_line.h"
 #include "host/host_windows.h"
 #include "host/instant_messages.h"
-#include "interpreter/styled_line.h"
-#include "shell/program.h"
 
 namespace v2 {
 

@@ -3,9 +3,9 @@
 // style, the labels naming them, two ruled lines and three labels that act
 // as buttons. Places in twips.
 #include "config/style_window.h"
-#include "shell/picture_form.h"
-#include "shell/pictures.h"
-#include "shell/program.h"
+#include "core/picture_form.h"
+#include "core/pictures.h"
+#include "core/program.h"
 
 namespace v2 {
 namespace {

@@ -3,19 +3,22 @@
 #include <vector>
 
 #include "answering/answering_machine.h"
-#include "config/settings.h"
 #include "config/style_window.h"
+#include "core/list_files.h"
+#include "core/menu_items.h"
+#include "core/program.h"
+#include "core/settings.h"
+#include "core/styled_line.h"
 #include "host/ghosting.h"
 #include "host/host_menus.h"
 #include "host/host_tweaks.h"
+#include "host/host_windows.h"
 #include "host/instant_messages.h"
 #include "host/keywords.h"
 #include "idle/idle_session.h"
 #include "idle/idle_tick.h"
-#include "interpreter/client_commands.h"
+#include "idle/reason_list.h"
 #include "reconnect/disconnect_watch.h"
-#include "shell/program.h"
-#include "shell/start_exit.h"
 #include "transfers/transfer_monitors.h"
 #include "transfers/upchat.h"
 
@@ -215,56 +218,6 @@ void SwitchCommands(Program& prog, bool commands_on, bool clicked_on_item) {
 
 }  // namespace
 
-MenuItem* Form2::Item(const std::string& name) {
-  for (const Row& row : kTree) {
-    if (name == row.name) return &(this->*row.item);
-  }
-  return nullptr;
-}
-
-void ForEachMenuItem(Program& prog, const std::function<void(MenuItem&)>& f) {
-  for (const Row& row : kTree) f(prog.form2.*row.item);
-}
-
-void ToggleClick(Program& prog, MenuItem& item, const std::string& key) {
-  item.Checked = !item.Checked;
-  SaveSetting(prog.platform, key, item.Checked ? "true" : "false");
-}
-
-void ToggleTimerClick(Program& prog, MenuItem& item, Timer& timer,
-                      const std::string& key) {
-  item.Checked = !item.Checked;
-  timer.SetEnabled(item.Checked);
-  SaveSetting(prog.platform, key, item.Checked ? "true" : "false");
-}
-
-void ExclusiveClick(Program& prog, MenuItem& item, const std::string& key,
-                    MenuItem& other, const std::string& other_key) {
-  Platform& p = prog.platform;
-  if (item.Checked) {
-    item.Checked = false;
-    SaveSetting(p, key, "false");
-    return;
-  }
-  item.Checked = true;
-  other.Checked = false;
-  SaveSetting(p, key, "true");
-  SaveSetting(p, other_key, "false");
-}
-
-void ValueBoxClick(Program& prog, const std::string& prompt,
-                   const std::string& key, const std::string& preset,
-                   TextBox& box, const std::function<void()>& after) {
-  Platform& p = prog.platform;
-  const std::string old = GetSetting(p, key, preset);
-  box.Text.Set(p.ui().InputBox(p.loop, prompt, kAskTitle, old));
-  // A cancel gives the empty text too; either keeps what was offered, and
-  // that is stored even when nothing was there before.
-  if (box.Text.Get().empty()) box.Text.Set(old);
-  SaveSetting(p, key, box.Text.Get());
-  if (after) after();
-}
-
 void cchat_on_Click(Program& prog) {
   SwitchCommands(prog, !prog.form2.cchat_on.Checked, true);
 }
@@ -273,12 +226,36 @@ void cchat_off_Click(Program& prog) {
   SwitchCommands(prog, prog.form2.cchat_off.Checked, false);
 }
 
+void viewcmds_Click(Program& prog) {
+  Platform& p = prog.platform;
+  const std::string file = CommandListFile(p);
+  const bool there = FileExists(p, file);
+  if (there) OpenFile(p, file);
+  Reply(prog, std::string(kBanner) +
+                  (there ? " : viewing cmds" : " : error viewing cmds"));
+}
+
+void exit_Click(Program& prog) {
+  Platform& p = prog.platform;
+  p.ui().TrayRemove();
+  ChatSend(p, StyledLine(prog.form4, Pair::kMain,
+                         std::string(kBanner) + " by mirrik"));
+  const std::string minutes = GroupThousands(prog.form2.Label1.Caption.Get());
+  ChatSend(p, StyledLine(prog.form4, Pair::kSecond,
+                         "end:(" + prog.form2.Text5.Text.Get() +
+                             ") : " + minutes + "/mins"));
+  // Nothing is saved here: every setting was stored when it changed.
+  p.ui().EndProgram();
+}
+
 void BuildMenuTree(Program& prog) {
   Form2& f = prog.form2;
+  f.all.clear();
   // The head of each level, as the rows go down the tree.
   std::vector<MenuItem*> heads;
   for (const Row& row : kTree) {
     MenuItem& item = f.*row.item;
+    f.all.push_back(&item);
     item.Name = row.name;
     item.Caption = row.caption;
     item.Checked = (row.start & kChecked) != 0;
@@ -297,21 +274,6 @@ void BuildMenuTree(Program& prog) {
       item.Click = [pp, click] { click(*pp); };
     }
   }
-}
-
-std::vector<std::string> MenuLines(const Form2& form2) {
-  std::vector<std::string> lines;
-  auto walk = [&lines](const MenuItem& head, int level, auto& self) -> void {
-    for (const MenuItem* item : head.Items) {
-      lines.push_back(std::to_string(level) + " " + item->Name + " \"" +
-                      item->Caption + "\" " +
-                      (item->Checked ? "checked" : "unchecked") +
-                      (item->Enabled ? " enabled" : " disabled"));
-      self(*item, level + 1, self);
-    }
-  };
-  walk(form2.menu, 1, walk);
-  return lines;
 }
 
 }  // namespace v2

@@ -1,56 +1,24 @@
 #pragma once
 // The popup menu of the tray icon: its tree of items, owned by the hidden
 // Form2, and what each item does when clicked. The check marks are the live
-// form of the member's switches; each click stores what it changed.
-#include <functional>
-#include <string>
-#include <vector>
-
+// form of the member's switches; each click stores what it changed. The
+// kinds of click that the behaviours' items share are core/menu_items'.
 namespace v2 {
 
 class Program;
-struct Form2;
-struct MenuItem;
-struct TextBox;
-class Timer;
 
-// Names, captions, start marks, the tree and every item's Click.
+// Names, captions, start marks, the tree and every item's Click; Form2.all
+// lists the items in the tree's order.
 void BuildMenuTree(Program& prog);
-
-// The whole popup below its root, one line per item in the order it
-// opens: the level (1 for the popup's own items), the name, the caption in
-// double quotes, "checked" or "unchecked", "enabled" or "disabled".
-std::vector<std::string> MenuLines(const Form2& form2);
-
-// Every named item of Form2, in the popup or not (yet).
-void ForEachMenuItem(Program& prog, const std::function<void(MenuItem&)>& f);
-
-// A plain toggle: flips the mark and stores "true" or "false" under key.
-void ToggleClick(Program& prog, MenuItem& item, const std::string& key);
-
-// A toggle with its timer: as the plain toggle, with the timer stopped or
-// started to match between the mark and the store.
-void ToggleTimerClick(Program& prog, MenuItem& item, Timer& timer,
-                      const std::string& key);
-
-// One of an exclusive pair: a checked item is unchecked (the other stays
-// as it is, so both may be off); an unchecked one is checked and the other
-// unchecked, and both keys are stored, the clicked item's first.
-void ExclusiveClick(Program& prog, MenuItem& item, const std::string& key,
-                    MenuItem& other, const std::string& other_key);
-
-// A value box: asks for the value under key (offering what is stored, or
-// preset), puts the answer into box (an empty answer or a cancel keeps the
-// offered value), stores it, then runs after.
-void ValueBoxClick(Program& prog, const std::string& prompt,
-                   const std::string& key, const std::string& preset,
-                   TextBox& box, const std::function<void()>& after = {});
 
 // The command switch from the menu: both marks, both scanners, both keys.
 void cchat_on_Click(Program& prog);
 void cchat_off_Click(Program& prog);
-
-// The title of every question the program asks.
-inline constexpr const char* kAskTitle = "vantrel by mirrik";
+// `viewcmds`: opens the command list, or says it cannot, with the banner's
+// words.
+void viewcmds_Click(Program& prog);
+// `exit` (the item and the command): the tray entry goes, two closing
+// lines, then the program ends at once.
+void exit_Click(Program& prog);
 
 }  // namespace v2

@@ -1,7 +1,7 @@
+#include "core/picture_form.h"
+#include "core/pictures.h"
+#include "core/program.h"
 #include "idle/reason_list.h"
-#include "shell/picture_form.h"
-#include "shell/pictures.h"
-#include "shell/program.h"
 
 namespace v2 {
 

@@ -1,12 +1,12 @@
 #include "idle/idle_session.h"
 
-#include "config/menu_tree.h"
+#include "core/menu_items.h"
+#include "core/program.h"
+#include "core/styled_line.h"
 #include "host/ghosting.h"
 #include "host/host_windows.h"
 #include "host/instant_messages.h"
 #include "idle/idle_tick.h"
-#include "interpreter/styled_line.h"
-#include "shell/program.h"
 
 namespace v2 {
 

@@ -4,12 +4,14 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "config/menu_tree.h"
-#include "config/settings.h"
+#include "core/list_files.h"
+#include "core/menu_items.h"
+#include "core/program.h"
+#include "core/settings.h"
+#include "core/styled_line.h"
 #include "host/host_windows.h"
-#include "interpreter/styled_line.h"
+#include "idle/reason_list.h"
 #include "platform/text.h"
-#include "shell/program.h"
 #include "transfers/transfer_monitors.h"
 
 namespace v2 {

@@ -8,9 +8,6 @@ namespace v2 {
 
 class Program;
 
-// A minute of the program is one tick: 63 seconds.
-inline constexpr int kIdleTickMs = 63000;
-
 // One tick of Form1.Timer1.
 void Timer1_Timer(Program& prog);
 

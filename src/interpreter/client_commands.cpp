@@ -1,12 +1,13 @@
 #include "interpreter/client_commands.h"
 
+#include "core/list_files.h"
+#include "core/program.h"
+#include "core/styled_line.h"
 #include "host/host_menus.h"
 #include "host/host_tweaks.h"
 #include "idle/reason_list.h"
 #include "interpreter/host_commands.h"
-#include "interpreter/styled_line.h"
 #include "platform/text.h"
-#include "shell/program.h"
 
 namespace v2 {
 
@@ -68,10 +69,6 @@ void WebCommand(Program& prog, const std::string& CommandArg) {
   OpenWeb(prog.platform, "http://" + CommandArg);
 }
 
-std::string CommandListFile(Platform& p) {
-  return p.files().ProgramDir() + "\\commands.txt";
-}
-
 void CommandListCommand(Program& prog, const std::string&) {
   Platform& p = prog.platform;
   const std::string file = CommandListFile(p);
@@ -81,15 +78,6 @@ void CommandListCommand(Program& prog, const std::string&) {
   } else {
     Reply(prog, "error viewing commands");
   }
-}
-
-void viewcmds_Click(Program& prog) {
-  Platform& p = prog.platform;
-  const std::string file = CommandListFile(p);
-  const bool there = FileExists(p, file);
-  if (there) OpenFile(p, file);
-  Reply(prog, std::string(kBanner) +
-                  (there ? " : viewing cmds" : " : error viewing cmds"));
 }
 
 }  // namespace v2

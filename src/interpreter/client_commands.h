@@ -25,9 +25,4 @@ void WebCommand(Program& prog, const std::string& CommandArg);
 // `cmds`: opens the command list, or says it cannot.
 void CommandListCommand(Program& prog, const std::string& CommandArg);
 
-// The command list: commands.txt in the program's own folder.
-std::string CommandListFile(Platform& p);
-// The menu item `viewcmds`: the same, with the banner's words.
-void viewcmds_Click(Program& prog);
-
 }  // namespace v2

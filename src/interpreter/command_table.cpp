@@ -1,6 +1,7 @@
 // The whole command table, in the order the words are compared. A row's
 // start is the word's length plus 2 (behind the one blank), except for
 // vcus, vrea and charmap, whose argument keeps that blank.
+#include "config/menu_tree.h"
 #include "idle/idle_session.h"
 #include "interpreter/chat_event.h"
 #include "interpreter/client_commands.h"
@@ -8,7 +9,6 @@
 #include "interpreter/info_commands.h"
 #include "player/player_commands.h"
 #include "player/track_search.h"
-#include "shell/start_exit.h"
 #include "transfers/transfer_monitors.h"
 
 namespace v2 {

@@ -1,20 +1,16 @@
 #include "interpreter/host_commands.h"
 
-#include "config/settings.h"
 #include "config/style_window.h"
+#include "core/program.h"
+#include "core/settings.h"
+#include "core/styled_line.h"
 #include "host/ghosting.h"
 #include "host/host_windows.h"
 #include "host/instant_messages.h"
 #include "host/keywords.h"
-#include "interpreter/styled_line.h"
 #include "platform/text.h"
-#include "shell/program.h"
 
 namespace v2 {
-
-void Reply(Program& prog, const std::string& middle) {
-  ChatSend(prog.platform, StyledLine(prog.form4, Pair::kMain, middle));
-}
 
 void SetHandle(Program& prog, const std::string& CommandArg) {
   prog.form2.Text5.Text.Set(CommandArg);

@@ -7,9 +7,6 @@ namespace v2 {
 
 class Program;
 
-// A reply in the room, in the main pair.
-void Reply(Program& prog, const std::string& middle);
-
 // `handle`: the member's handle becomes the argument, the empty text too.
 void SetHandle(Program& prog, const std::string& CommandArg);
 // `pr`: into a private room, and whether the client let the member in.

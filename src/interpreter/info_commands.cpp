@@ -1,12 +1,12 @@
 #include "interpreter/info_commands.h"
 
+#include "core/program.h"
+#include "core/styled_line.h"
 #include "host/host_menus.h"
 #include "host/host_tweaks.h"
 #include "host/host_windows.h"
 #include "interpreter/host_commands.h"
-#include "interpreter/styled_line.h"
 #include "platform/text.h"
-#include "shell/program.h"
 
 namespace v2 {
 

@@ -5,10 +5,10 @@
 
 namespace v2 {
 
-TimerId LoopCore::CreateTimer(std::function<void()> tick, bool other) {
+TimerId LoopCore::CreateTimer(std::function<void()> tick, Owner owner) {
   auto t = std::make_unique<Timer>();
   t->tick = std::move(tick);
-  t->other = other;
+  t->owner = owner;
   timers_.push_back(std::move(t));
   return static_cast<TimerId>(timers_.size() - 1);
 }
@@ -57,7 +57,7 @@ void LoopCore::WakeTimer(TimerId id, std::int64_t now) {
 void LoopCore::EndProgram() {
   // Ids are places in timers_: an ended program's stay taken, and dead.
   for (auto& t : timers_) {
-    if (t->other) continue;
+    if (t->owner != Owner::kProgram) continue;
     t->enabled = false;
     t->tick = nullptr;
   }
@@ -105,18 +105,24 @@ bool LoopCore::RunPosted() {
   return any;
 }
 
-bool LoopCore::FireDueTimers(std::int64_t now) {
+bool LoopCore::FireDueTimers(std::int64_t now, bool outside_only) {
   bool any = false;
   for (std::size_t i = 0; i < timers_.size(); ++i) {
     Timer& t = *timers_[i];
     if (!t.enabled || t.running || t.asleep || t.due > now) continue;
+    if (outside_only && t.owner != Owner::kOutside) continue;
     t.last = now;
     t.due += t.interval;
     if (t.due <= now) t.due = now + t.interval;  // missed ticks coalesce
     t.running = true;
+    // The simulator ends a program's process by unwinding it from inside
+    // a handler: the timer must be free to run again all the same.
+    struct Done {
+      Timer* timer;
+      ~Done() { timer->running = false; }
+    } done{timers_[i].get()};
     auto tick = t.tick;
     tick();
-    timers_[i]->running = false;
     any = true;
   }
   return any;
@@ -146,9 +152,10 @@ bool LoopCore::Ready(std::int64_t at) const {
   return false;
 }
 
-std::int64_t LoopCore::NextDue(bool with_watchers) const {
+std::int64_t LoopCore::NextDue(bool with_watchers, bool outside_only) const {
   std::int64_t next = std::numeric_limits<std::int64_t>::max();
   for (const auto& t : timers_) {
+    if (outside_only && t->owner != Owner::kOutside) continue;
     if (t->enabled && !t->running && !t->asleep) next = std::min(next, t->due);
   }
   if (!with_watchers) return next;

@@ -18,9 +18,13 @@ class LoopCore {
   // The window manager does not time anything shorter than this.
   static constexpr int kTimerMinimumMs = 10;
 
-  // other: the timer is another program's (the simulated client's), which
-  // the program's end leaves running.
-  TimerId CreateTimer(std::function<void()> tick, bool other = false);
+  // Whose a timer is: the program's, another program's (the simulated
+  // client's), which the program's end leaves running, or the world's
+  // outside both (a person's hands), which runs even while the program
+  // holds its thread.
+  enum class Owner { kProgram, kOther, kOutside };
+  TimerId CreateTimer(std::function<void()> tick,
+                      Owner owner = Owner::kProgram);
   void SetTimer(TimerId id, int interval_ms, bool enabled, std::int64_t now);
   void SleepTimer(TimerId id, std::int64_t until);
   void WakeTimer(TimerId id, std::int64_t now);
@@ -36,8 +40,9 @@ class LoopCore {
 
   // Runs the events that were waiting when it began; true if there were any.
   bool RunPosted();
-  // Fires every enabled timer due at now that is not already running.
-  bool FireDueTimers(std::int64_t now);
+  // Fires every enabled timer due at now that is not already running (only
+  // the outside world's, if asked).
+  bool FireDueTimers(std::int64_t now, bool outside_only = false);
   // Runs the watchers that are awake and due at now, or half an interval
   // past their last look (all that are awake when all is set); true when
   // they posted anything.
@@ -48,7 +53,7 @@ class LoopCore {
   // The earliest time a timer (and, if asked, a watcher) falls due; INT64_MAX
   // when nothing is scheduled. A watcher due a little before a timer counts
   // as due with it, so that the loop wakes once for both.
-  std::int64_t NextDue(bool with_watchers) const;
+  std::int64_t NextDue(bool with_watchers, bool outside_only = false) const;
 
  private:
   struct Timer {
@@ -57,7 +62,7 @@ class LoopCore {
     bool enabled = false;
     bool running = false;
     bool asleep = false;  // until woken; due keeps the beat meanwhile
-    bool other = false;   // another program's
+    Owner owner = Owner::kProgram;
     std::int64_t due = 0;
     std::int64_t last = 0;  // when the last tick started
   };

@@ -21,6 +21,9 @@ std::string Left(std::string_view s, int length);
 // point, and an exponent (E or D, with its own sign and digits). Empty or
 // blank text is no number.
 bool IsNumeric(std::string_view s);
+// Equal but for the case of the ASCII letters, as the window manager
+// compares class names and the profile API compares sections and keys.
+bool SameIgnoringCase(std::string_view a, std::string_view b);
 
 // Edges only: the terminal and test helpers.
 // One Unicode code point as UTF-8.

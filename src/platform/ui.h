@@ -6,6 +6,7 @@
 // values that scenarios drive.
 #include <functional>
 #include <memory>
+#include <set>
 #include <string>
 
 #include "platform/bmp.h"
@@ -64,6 +65,16 @@ class UiToolkit {
   using TrayMouseUp = std::function<void(std::int16_t Button)>;
   virtual void TrayAdd(const std::string& tip, TrayMouseUp handler) = 0;
   virtual void TrayRemove() = 0;
+  // A balloon from the tray entry with a title and a text: news of the
+  // program's own for the member alone (never in the chat room). One asked
+  // for before the entry is there shows as soon as the entry appears.
+  virtual void TrayBalloon(const std::string& title,
+                           const std::string& text) = 0;
+  // The same, once in a run for each title: news the member needs once,
+  // not at every time it holds true.
+  void TrayBalloonOnce(const std::string& title, const std::string& text) {
+    if (balloons_told_.insert(title).second) TrayBalloon(title, text);
+  }
 
   // Opens root's items as a popup menu at the pointer and returns when it
   // closes; the item chosen, if any, then has its Click called. Disabled
@@ -72,6 +83,9 @@ class UiToolkit {
 
   // Ends the program at once: no window gets a chance to act.
   virtual void EndProgram() = 0;
+
+ private:
+  std::set<std::string> balloons_told_;
 };
 
 // A platform without windows of its own.
@@ -95,6 +109,7 @@ class NoUi : public UiToolkit {
   }
   void TrayAdd(const std::string&, TrayMouseUp) override {}
   void TrayRemove() override {}
+  void TrayBalloon(const std::string&, const std::string&) override {}
   void PopupMenu(EventLoop&, const MenuItem&) override {}
   void EndProgram() override { ended = true; }
   bool ended = false;

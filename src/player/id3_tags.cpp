@@ -137,6 +137,28 @@ bool FrameIdChar(char c) {
   return (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
 }
 
+// What the extended header takes at the start of body, when the tag's
+// header says there is one. Some writers set that flag with no extended
+// header behind it: the first frame follows at once. So, as other readers
+// do, the header is believed only when its size reads as one it can have,
+// ending within the tag: in 2.4 a synchsafe size that counts itself (at
+// least 6) followed by the count of flag bytes, 1; in 2.3 a size that does
+// not count itself, 6 or 10 (with a CRC). A frame id there reads as neither
+// (its letters make a size far past any tag, or no synchsafe one at all),
+// nor does padding, and then nothing is skipped.
+std::size_t ExtendedHeaderLength(std::uint32_t version, std::string_view body) {
+  if (body.size() < 6) return 0;
+  if (version == 4) {
+    for (std::size_t i = 0; i < 4; ++i) {
+      if (Byte(body, i) & 0x80) return 0;
+    }
+    const std::size_t size = SyncSafe(body, 0);
+    return size >= 6 && size <= body.size() && Byte(body, 4) == 1 ? size : 0;
+  }
+  const std::size_t size = BigEndian(body, 0, 4);
+  return (size == 6 || size == 10) && size + 4 <= body.size() ? size + 4 : 0;
+}
+
 void SetIfEmpty(std::string& field, std::string_view value) {
   if (!field.empty()) return;
   value = value.substr(0, std::min(value.find('\0'), value.size()));
@@ -170,11 +192,8 @@ void ReadId3v2(std::string_view bytes, TrackTags& tags) {
     whole = Resync(body);
     body = whole;
   }
-  if (version >= 3 && (flags & 0x40) && body.size() >= 4) {
-    // The extended header: its size counts itself in 2.4, not in 2.3.
-    std::size_t skip =
-        version == 4 ? SyncSafe(body, 0) : BigEndian(body, 0, 4) + 4;
-    body.remove_prefix(std::min(skip, body.size()));
+  if (version >= 3 && (flags & 0x40)) {
+    body.remove_prefix(ExtendedHeaderLength(version, body));
   }
 
   Found found;

@@ -2,10 +2,10 @@
 
 #include <cmath>
 
+#include "core/list_files.h"
+#include "core/program.h"
 #include "host/host_windows.h"
-#include "idle/reason_list.h"
 #include "player/player_commands.h"
-#include "shell/program.h"
 
 namespace v2 {
 namespace {

@@ -3,15 +3,15 @@
 #include <cmath>
 #include <cstdlib>
 
-#include "config/settings.h"
+#include "core/list_files.h"
+#include "core/program.h"
+#include "core/settings.h"
+#include "core/styled_line.h"
 #include "host/host_windows.h"
-#include "idle/reason_list.h"
-#include "interpreter/styled_line.h"
 #include "platform/text.h"
 #include "player/id3_tags.h"
 #include "player/play_modes.h"
 #include "player/player_text.h"
-#include "shell/program.h"
 
 namespace v2 {
 namespace {

@@ -3,11 +3,11 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "core/program.h"
 #include "host/host_windows.h"
 #include "platform/text.h"
 #include "player/player_commands.h"
 #include "player/player_text.h"
-#include "shell/program.h"
 
 namespace v2 {
 namespace {

@@ -1,12 +1,12 @@
 #include "reconnect/disconnect_watch.h"
 
-#include "config/menu_tree.h"
+#include "core/menu_items.h"
+#include "core/program.h"
 #include "host/ghosting.h"
 #include "host/host_windows.h"
 #include "host/instant_messages.h"
 #include "host/keywords.h"
 #include "reconnect/transfer_resume.h"
-#include "shell/program.h"
 
 namespace v2 {
 

@@ -1,9 +1,9 @@
 #include "transfers/transfer_monitors.h"
 
+#include "core/program.h"
+#include "core/styled_line.h"
 #include "host/host_windows.h"
-#include "interpreter/styled_line.h"
 #include "platform/text.h"
-#include "shell/program.h"
 
 namespace v2 {
 namespace {

@@ -1,9 +1,9 @@
 #include "transfers/upchat.h"
 
-#include "config/menu_tree.h"
+#include "core/menu_items.h"
+#include "core/program.h"
+#include "core/styled_line.h"
 #include "host/host_windows.h"
-#include "interpreter/styled_line.h"
-#include "shell/program.h"
 #include "transfers/transfer_monitors.h"
 
 namespace v2 {

@@ -8,10 +8,10 @@
 #include <sstream>
 
 #include "aolsim/desktop.h"
+#include "core/program.h"
 #include "host/host_windows.h"
 #include "interpreter/chat_event.h"
 #include "platform/text.h"
-#include "shell/program.h"
 #include "tests/unit/world.h"
 
 namespace v2 {

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "core/program.h"
 #include "host/host_windows.h"
 #include "interpreter/chat_event.h"
-#include "shell/program.h"
 #include "tests/unit/world.h"
 
 namespace v2 {

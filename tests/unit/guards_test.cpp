@@ -7,13 +7,13 @@
 #include <cmath>
 
 #include "answering/answering_machine.h"
+#include "core/program.h"
+#include "core/styled_line.h"
 #include "host/host_menus.h"
 #include "host/host_windows.h"
 #include "host/instant_messages.h"
-#include "interpreter/styled_line.h"
 #include "reconnect/disconnect_watch.h"
 #include "reconnect/transfer_resume.h"
-#include "shell/program.h"
 #include "tests/unit/world.h"
 #include "transfers/upchat.h"
 

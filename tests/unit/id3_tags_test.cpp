@@ -203,6 +203,54 @@ TEST_F(Id3Tags, EveryVersionAndEncodingOfID3v2) {
       {"", "", "y\xFFz", "", ""});
 }
 
+TEST_F(Id3Tags, ExtendedHeadersAreSkippedAndAFlagWithoutOneIsNot) {
+  const std::string frames =
+      Frame(4, "TIT2", Latin1("T")) + Frame(4, "TALB", Latin1("Album"));
+  const TrackTags want{"T", "", "Album", "", ""};
+  // 2.4: the size counts itself and is synchsafe; one flag byte. Bare, and
+  // with a CRC (its flag, then five bytes behind a length byte).
+  ExpectBothRead(Tag(4, SyncSafe(6) + "\x01" + '\0' + frames, '\x40'), want);
+  ExpectBothRead(
+      Tag(4, SyncSafe(12) + "\x01\x20\x05" + std::string(5, '\x7F') + frames,
+          '\x40'),
+      want);
+  // 2.3: the size leaves itself out, 6 or 10 (with a CRC).
+  const std::string frames3 =
+      Frame(3, "TIT2", Latin1("T")) + Frame(3, "TALB", Latin1("Album"));
+  ExpectBothRead(
+      Tag(3, BigEndian(6, 4) + std::string(6, '\0') + frames3, '\x40'), want);
+  ExpectBothRead(Tag(3,
+                     BigEndian(10, 4) + "\x80" + std::string(5, '\0') +
+                         "\x12\x34\x56\x78" + frames3,
+                     '\x40'),
+                 want);
+
+  // The flag set and the first frame right behind the header, as some
+  // writers leave it: the frames still count, in either version.
+  const std::string path = dir.File("bare.mp3");
+  WriteAll(path, Tag(4, frames, '\x40') + audio);
+  EXPECT_EQ(ReadTrackTags(path), want);
+  EXPECT_EQ(TagsOf(Tag(3, frames3, '\x40'), ""), want);
+  // So made by the maker, with no ID3v1 tag to fall back on, and APEv2 and
+  // Lyrics3v2 tags at the end that the reader leaves alone.
+  TrackTagging odd = TrackTags{"Odd \xC9", "Band", "Odd Album", "2003", "n"};
+  odd.bare_extended_flag = true;
+  odd.id3v1 = false;
+  odd.trailers = {TrackTagging::Trailer::kApe, TrackTagging::Trailer::kLyrics3};
+  std::string error;
+  ASSERT_TRUE(WriteTrack(path, 1, odd, error)) << error;
+  const std::string bytes = ReadAll(path);
+  ASSERT_EQ(bytes.substr(0, 6), std::string("ID3\x04\0\x40", 6));
+  EXPECT_EQ(bytes.substr(10, 4), "TIT2");
+  EXPECT_EQ(ReadTrackTags(path), odd.fields);
+  // A flag with nothing but padding behind it, or an extended header whose
+  // size runs past the tag, gives nothing, and reads nothing past the tag.
+  EXPECT_EQ(TagsOf(Tag(4, "", '\x40'), ""), TrackTags{});
+  EXPECT_EQ(
+      TagsOf(Tag(4, SyncSafe(99) + "\x01" + '\0' + frames, '\x40', 0), ""),
+      TrackTags{});
+}
+
 TEST(Id3TagsBytes, BrokenTagsGiveWhatTheyHaveAndNeverReadPastTheirEnd) {
   // A frame whose size runs past the tag is cut to what is there.
   std::string tag = Tag(3, Frame(3, "TIT2", Latin1("Whole")), 0, 0);

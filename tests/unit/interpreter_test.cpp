@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
+#include "core/program.h"
+#include "core/styled_line.h"
 #include "interpreter/chat_event.h"
-#include "interpreter/styled_line.h"
-#include "shell/program.h"
 #include "tests/unit/world.h"
 
 namespace v2 {

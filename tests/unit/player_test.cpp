@@ -222,6 +222,16 @@ TEST(PlayerScript, TrackAndTagsLines) {
   EXPECT_EQ(ParseTrackTags("a|b|c|d|e|f"),
             (TrackTags{"a", "b", "c", "d", "e|f"}));
   EXPECT_EQ(ParseTrackTags(""), TrackTags{});
+  // Options in front of the fields, in their order; an unknown word is the
+  // title's.
+  TrackTagging odd = ParseTrackTags("+lyrics3 -v1 +ape +v24-ext-flag -lametag");
+  EXPECT_EQ(odd.fields, TrackTags{});
+  using Trailer = TrackTagging::Trailer;
+  EXPECT_EQ(odd.trailers, (std::vector{Trailer::kLyrics3, Trailer::kApe}));
+  EXPECT_TRUE(!odd.id3v1 && odd.bare_extended_flag && !odd.lame_tag);
+  EXPECT_EQ(ParseTrackTags("+ape +apex|A").fields.title, "+apex");
+  EXPECT_EQ(ParseTrackTags("+ape +apex|A").trailers,
+            (std::vector{Trailer::kApe}));
 
   // A track the runner cannot write refuses the line.
   TempDir dir;

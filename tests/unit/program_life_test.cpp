@@ -6,9 +6,9 @@
 #include <sstream>
 
 #include "app/runner.h"
+#include "core/program.h"
 #include "idle/idle_tick.h"
 #include "platform/sim/sim_stores.h"
-#include "shell/program.h"
 #include "tests/unit/filled_stores.h"
 
 namespace v2 {

@@ -8,9 +8,10 @@
 #include <set>
 #include <sstream>
 
+#include "core/list_files.h"
+#include "core/program.h"
 #include "platform/sim/sim_stores.h"
 #include "platform/sim/sim_ui.h"
-#include "shell/program.h"
 #include "tests/unit/world.h"
 
 namespace v2 {

@@ -1,4 +1,4 @@
-#include "config/settings.h"
+#include "core/settings.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -8,8 +8,8 @@
 #include <sstream>
 
 #include "app/runner.h"
+#include "core/program.h"
 #include "platform/sim/sim_stores.h"
-#include "shell/program.h"
 #include "tests/unit/world.h"
 
 namespace v2 {

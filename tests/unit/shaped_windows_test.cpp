@@ -1,4 +1,4 @@
-#include "shell/shaped_windows.h"
+#include "core/shaped_windows.h"
 
 #include <gtest/gtest.h>
 
@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
+#include "core/pictures.h"
 #include "platform/bmp.h"
 #include "platform/sim/sim_loop.h"
 #include "platform/sim/sim_shaped.h"
-#include "shell/pictures.h"
 
 namespace v2 {
 

@@ -8,11 +8,11 @@
 #include <memory>
 
 #include "config/style_window.h"
-#include "interpreter/styled_line.h"
+#include "core/program.h"
+#include "core/shaped_windows.h"
+#include "core/styled_line.h"
 #include "platform/sim/sim_stores.h"
 #include "platform/sim/sim_ui.h"
-#include "shell/program.h"
-#include "shell/shaped_windows.h"
 #include "tests/unit/world.h"
 
 namespace v2 {

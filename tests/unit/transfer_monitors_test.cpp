@@ -3,9 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "app/script.h"
+#include "core/program.h"
+#include "core/styled_line.h"
 #include "host/host_windows.h"
-#include "interpreter/styled_line.h"
-#include "shell/program.h"
 #include "tests/unit/world.h"
 
 namespace v2 {

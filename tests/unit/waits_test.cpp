@@ -11,7 +11,7 @@
 
 #include "app/runner.h"
 #include "config/style_window.h"
-#include "shell/shaped_windows.h"
+#include "core/shaped_windows.h"
 #include "tests/unit/world.h"
 #include "transfers/transfer_monitors.h"
 

@@ -7,12 +7,13 @@
 #include <sstream>
 #include <string>
 
+#include "core/program.h"
+#include "idle/reason_list.h"
 #include "platform/platform.h"
 #include "platform/win32/win32_loop.h"
 #include "platform/win32/win32_stores.h"
 #include "platform/win32/win32_ui.h"
 #include "platform/win32/win32_windows.h"
-#include "shell/program.h"
 
 namespace v2 {
 namespace {

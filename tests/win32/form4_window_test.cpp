@@ -12,13 +12,13 @@
 #include <string>
 
 #include "config/style_window.h"
-#include "interpreter/styled_line.h"
+#include "core/program.h"
+#include "core/styled_line.h"
 #include "platform/platform.h"
 #include "platform/win32/win32_loop.h"
 #include "platform/win32/win32_stores.h"
 #include "platform/win32/win32_ui.h"
 #include "platform/win32/win32_windows.h"
-#include "shell/program.h"
 
 namespace v2 {
 namespace {

@@ -12,11 +12,11 @@
 #include <string>
 #include <vector>
 
+#include "core/program.h"
 #include "platform/platform.h"
 #include "platform/win32/win32_loop.h"
 #include "platform/win32/win32_ui.h"
 #include "platform/win32/win32_windows.h"
-#include "shell/program.h"
 
 namespace v2 {
 namespace {

@@ -5,11 +5,11 @@
 
 #include <vector>
 
+#include "core/pictures.h"
+#include "core/shaped_windows.h"
 #include "platform/bmp.h"
 #include "platform/win32/win32_shaped.h"
 #include "platform/win32/win32_ui.h"
-#include "shell/pictures.h"
-#include "shell/shaped_windows.h"
 
 namespace v2 {
 namespace {

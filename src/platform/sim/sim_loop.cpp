@@ -120,7 +120,30 @@ void SimLoop::WakeWatcher(WatcherId id) {
 }
 
 TimerId SimLoop::CreateForeignTimer(std::function<void()> tick) {
-  return core_.CreateTimer(std::move(tick), true);
+  return core_.CreateTimer(std::move(tick), LoopCore::Owner::kOther);
+}
+
+void SimLoop::AfterOutside(int ms, std::function<void()> work) {
+  Outside* o = nullptr;
+  for (auto& free : outside_) {
+    if (!free->busy) o = free.get();
+  }
+  if (!o) {
+    outside_.push_back(std::make_unique<Outside>());
+    o = outside_.back().get();
+    o->timer = core_.CreateTimer(
+        [this, o] {
+          core_.SetTimer(o->timer, 0, false, clock_.NowMs());  // once
+          auto due = std::move(o->work);
+          o->work = nullptr;
+          o->busy = false;
+          if (due) due();
+        },
+        LoopCore::Owner::kOutside);
+  }
+  o->busy = true;
+  o->work = std::move(work);
+  core_.SetTimer(o->timer, std::max(ms, 1), true, clock_.NowMs());
 }
 
 void SimLoop::EndProgram() {
@@ -192,9 +215,18 @@ void SimLoop::Hold(std::int64_t ms) {
     return;
   }
   // The other process runs before and after; nothing of the program's does.
+  // A person's hands go on meanwhile.
   RunForeign();
   if (clock_.mode() == TimeMode::kVirtual) {
-    clock_.Advance(ms);
+    const std::int64_t end = clock_.NowMs() + ms;
+    holding_ = true;
+    for (std::int64_t next; (next = core_.NextDue(false, true)) <= end;) {
+      clock_.Advance(next - clock_.NowMs());
+      core_.FireDueTimers(clock_.NowMs(), true);
+      RunForeign();
+    }
+    holding_ = false;
+    clock_.Advance(end - clock_.NowMs());
   } else if (ms > 0) {
     poll(nullptr, 0, static_cast<int>(std::min<std::int64_t>(ms, INT_MAX)));
   }

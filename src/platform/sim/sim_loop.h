@@ -4,6 +4,7 @@
 // spans hours runs in milliseconds with every timer firing at its due time.
 // In real time it waits on the clock and, optionally, on one input file.
 #include <chrono>
+#include <memory>
 #include <vector>
 
 #include "platform/event_loop.h"
@@ -63,6 +64,12 @@ class SimLoop : public EventLoop {
   void AddForeign(std::function<bool()> work);
   // A timer of the other process, which the program's end leaves running.
   TimerId CreateForeignTimer(std::function<void()> tick);
+  // Work of the world outside both processes (a person's hands), done once
+  // ms from now: also while the program holds its thread, when nothing of
+  // the program's runs (virtual time only; in real time at the hold's end).
+  void AfterOutside(int ms, std::function<void()> work);
+  // Whether the program is holding its thread now (Hold).
+  bool holding() const { return holding_; }
   // The program's process has ended, as a machine ends it: none of its
   // timers, events or watchers runs again, and a new program can start on
   // the same clock beside the same client.
@@ -84,8 +91,17 @@ class SimLoop : public EventLoop {
 
   SimClock clock_;
   LoopCore core_;
+  // The outside world's one-shot timers; one whose work is done is used
+  // again (a loop's timers are never taken back).
+  struct Outside {
+    TimerId timer = 0;
+    std::function<void()> work;
+    bool busy = false;
+  };
+  std::vector<std::unique_ptr<Outside>> outside_;
   std::vector<std::function<bool()>> foreign_;
   bool halted_ = false;
+  bool holding_ = false;
   int input_fd_ = -1;
   std::function<void()> input_ready_;
 };

@@ -108,6 +108,7 @@ void SimMedia::SetCurrentPosition(double seconds) {
 void SimMedia::SetVolume(std::int32_t hundredths_db) {
   Event("[media] volume " + std::to_string(hundredths_db));
   volume_ = hundredths_db;
+  volume_set_ = true;
 }
 
 std::int64_t SimMedia::NextChangeMs() {

@@ -30,6 +30,8 @@ class SimMedia : public MediaControl {
   // stands at the length), and the media's file name without its folder.
   std::string Describe();
   std::int32_t volume() const { return volume_; }
+  // Whether the volume has been set since the control was made.
+  bool volume_set() const { return volume_set_; }
 
   std::function<void(const std::string&)> on_event;
 
@@ -53,6 +55,7 @@ class SimMedia : public MediaControl {
   std::int64_t started_ms_ = 0;
   std::int64_t end_ms_ = 0;  // while playing: when it reaches the end
   std::int32_t volume_ = 0;
+  bool volume_set_ = false;
 };
 
 }  // namespace v2::sim

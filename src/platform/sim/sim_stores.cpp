@@ -10,20 +10,10 @@
 #include <iterator>
 #include <vector>
 
+#include "platform/text.h"
+
 namespace v2::sim {
 namespace {
-
-bool SameText(std::string_view a, std::string_view b) {
-  if (a.size() != b.size()) return false;
-  for (std::size_t i = 0; i < a.size(); ++i) {
-    auto x = static_cast<unsigned char>(a[i]);
-    auto y = static_cast<unsigned char>(b[i]);
-    if (x >= 'A' && x <= 'Z') x = static_cast<unsigned char>(x + 32);
-    if (y >= 'A' && y <= 'Z') y = static_cast<unsigned char>(y + 32);
-    if (x != y) return false;
-  }
-  return true;
-}
 
 std::string_view Trim(std::string_view s) {
   auto blank = [](char c) { return c == ' ' || c == '\t'; };
@@ -206,8 +196,8 @@ int SimProfileService::GetPrivateProfileStringA(const char* section,
     for (const std::string& line : SplitLines(bytes)) {
       std::string_view name, k, v;
       if (SectionName(line, name)) {
-        inside = SameText(name, section);
-      } else if (inside && KeyLine(line, k, v) && SameText(k, key)) {
+        inside = SameIgnoringCase(name, section);
+      } else if (inside && KeyLine(line, k, v) && SameIgnoringCase(k, key)) {
         found.assign(v.substr(0, v.find('\0')));  // text ends at a NUL
         break;
       }
@@ -240,7 +230,7 @@ bool SimProfileService::WritePrivateProfileStringA(const char* section,
       end = i;
       break;
     }
-    if (SameText(name, section)) sec = i;
+    if (SameIgnoringCase(name, section)) sec = i;
   }
   if (sec == lines.size()) {
     if (!value) return true;  // nothing to delete
@@ -250,7 +240,7 @@ bool SimProfileService::WritePrivateProfileStringA(const char* section,
     bool done = false;
     for (std::size_t i = sec + 1; i < end; ++i) {
       std::string_view k, v;
-      if (KeyLine(lines[i], k, v) && SameText(k, key)) {
+      if (KeyLine(lines[i], k, v) && SameIgnoringCase(k, key)) {
         if (value) {
           lines[i] = entry;
         } else {

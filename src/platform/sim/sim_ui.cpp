@@ -32,8 +32,13 @@ std::string SimUi::InputBox(EventLoop& loop, const std::string& prompt,
   Event("[inputbox] " + prompt + " | " + title + " | " + preset);
   std::optional<std::string> answer;
   if (!answers_.empty()) {
-    answer = std::move(answers_.front());
+    Answer queued = std::move(answers_.front());
     answers_.pop_front();
+    if (queued.wait) {
+      answer = Wait(prompt);
+    } else {
+      answer = std::move(queued.text);
+    }
   } else if (ask) {
     answer = ask();
   }
@@ -42,10 +47,46 @@ std::string SimUi::InputBox(EventLoop& loop, const std::string& prompt,
   return answer.value_or(std::string());
 }
 
+std::optional<std::string> SimUi::Wait(const std::string& prompt) {
+  open_.push_back({prompt, std::nullopt});
+  const std::size_t mine = open_.size();
+  while (wait && !open_[mine - 1].answer) wait();
+  std::optional<std::string> answer =
+      open_[mine - 1].answer.value_or(std::nullopt);
+  open_.resize(mine - 1);
+  return answer;
+}
+
+bool SimUi::AnswerOpenBox(std::optional<std::string> answer) {
+  for (auto it = open_.rbegin(); it != open_.rend(); ++it) {
+    if (it->answer) continue;
+    it->answer = std::move(answer);
+    return true;
+  }
+  return false;
+}
+
+std::optional<std::string> SimUi::OpenBoxPrompt() const {
+  for (auto it = open_.rbegin(); it != open_.rend(); ++it) {
+    if (!it->answer) return it->prompt;
+  }
+  return std::nullopt;
+}
+
+bool SimUi::OpenBoxAnswered() const {
+  return !open_.empty() && open_.back().answer.has_value();
+}
+
 void SimUi::TrayAdd(const std::string& tip, TrayMouseUp handler) {
   tray_ = tip;
   tray_handler_ = std::move(handler);
   Event("[tray] shown " + tip);
+  if (balloon_) Event("[tray] balloon " + *std::exchange(balloon_, {}));
+}
+
+void SimUi::TrayBalloon(const std::string& title, const std::string& text) {
+  balloon_ = title + " | " + text;
+  if (tray_) Event("[tray] balloon " + *std::exchange(balloon_, {}));
 }
 
 void SimUi::TrayRemove() {

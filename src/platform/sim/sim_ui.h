@@ -4,6 +4,7 @@
 #include <deque>
 #include <optional>
 #include <utility>
+#include <vector>
 
 #include "platform/sim/sim_shaped.h"
 #include "platform/sim/sim_windows.h"
@@ -28,21 +29,39 @@ class SimUi : public UiToolkit {
                                       MouseMove handler) override;
   // Input boxes take the queued answers in order (nullopt: the member
   // cancels); with none queued a box is cancelled. Each box reports
-  // "[inputbox] PROMPT | TITLE | PRESET" as it opens.
+  // "[inputbox] PROMPT | TITLE | PRESET" as it opens. A box that takes a
+  // queued wait stays open, calling wait (which should let the member act,
+  // events running) until Answer answers it; with no wait it is cancelled.
   std::string InputBox(EventLoop& loop, const std::string& prompt,
                        const std::string& title,
                        const std::string& preset) override;
+  struct Answer {
+    std::optional<std::string> text;  // nullopt: cancel
+    bool wait = false;                // the box stays open
+  };
   void QueueAnswer(std::optional<std::string> answer) {
-    answers_.push_back(std::move(answer));
+    answers_.push_back({std::move(answer), false});
   }
+  void QueueWait() { answers_.push_back({std::nullopt, true}); }
+  // Answers the box open last and waiting, if there is one; false when
+  // there is none (the answer is then for the next box to queue).
+  bool AnswerOpenBox(std::optional<std::string> answer);
+  // The prompt of the box open last and waiting, and whether it has been
+  // answered.
+  std::optional<std::string> OpenBoxPrompt() const;
+  bool OpenBoxAnswered() const;
   // The answers no box has taken yet, for a program started anew.
-  std::deque<std::optional<std::string>> TakeAnswers() {
-    return std::exchange(answers_, {});
+  std::deque<Answer> TakeAnswers() { return std::exchange(answers_, {}); }
+  void QueueAnswers(std::deque<Answer> answers) {
+    for (Answer& a : answers) answers_.push_back(std::move(a));
   }
   // The tray reports "[tray] shown TIP" and "[tray] removed"; a click on
   // an entry that is not there does nothing.
   void TrayAdd(const std::string& tip, TrayMouseUp handler) override;
   void TrayRemove() override;
+  // "[tray] balloon TITLE | TEXT"; one asked for before the entry is there
+  // comes right after its "[tray] shown".
+  void TrayBalloon(const std::string& title, const std::string& text) override;
   void ClickTray(std::int16_t Button);
   bool TrayShown() const { return tray_.has_value(); }
   // A popup reports "[popup] NAME" and closes with nothing chosen: the
@@ -58,15 +77,26 @@ class SimUi : public UiToolkit {
   // Asked for the answer when none is queued (a person at the terminal);
   // nullopt cancels.
   std::function<std::optional<std::string>()> ask;
+  // Called again and again while a box waits for its answer.
+  std::function<void()> wait;
   SimRegions& regions() { return regions_; }
 
  private:
   void Event(const std::string& text) {
     if (on_event) on_event(text);
   }
-  std::deque<std::optional<std::string>> answers_;
+  // Keeps a box open until it is answered.
+  std::optional<std::string> Wait(const std::string& prompt);
+  std::deque<Answer> answers_;
+  // The boxes open and waiting, the last opened last.
+  struct OpenBox {
+    std::string prompt;
+    std::optional<std::optional<std::string>> answer;
+  };
+  std::vector<OpenBox> open_;
   std::optional<std::string> tray_;  // the tip while the entry is there
   TrayMouseUp tray_handler_;
+  std::optional<std::string> balloon_;  // waiting for the entry
   bool ended_ = false;
   SimWindows& windows_;
   SimRegions regions_;

@@ -3,21 +3,9 @@
 #include <algorithm>
 #include <cstring>
 
-#include "platform/sim/sim_shaped.h"
+#include "platform/text.h"
 
 namespace v2::sim {
-
-bool SameClass(std::string_view a, std::string_view b) {
-  if (a.size() != b.size()) return false;
-  for (std::size_t i = 0; i < a.size(); ++i) {
-    auto x = static_cast<unsigned char>(a[i]);
-    auto y = static_cast<unsigned char>(b[i]);
-    if (x >= 'A' && x <= 'Z') x = static_cast<unsigned char>(x + 32);
-    if (y >= 'A' && y <= 'Z') y = static_cast<unsigned char>(y + 32);
-    if (x != y) return false;
-  }
-  return true;
-}
 
 const SimWindows::Node* SimWindows::Find(Hwnd h) const {
   auto it = nodes_.find(h);
@@ -99,43 +87,6 @@ void SimWindows::Changed() {
   for (std::size_t i = 0; i < watchers_.size(); ++i) watchers_[i]();
 }
 
-LResult SimWindows::DefWindowProc(Hwnd h, std::uint32_t msg, WParam w,
-                                  LParam l) {
-  Node* n = Find(h);
-  if (!n) return 0;
-  switch (msg) {
-    case kWmSetText:
-      n->text = l ? reinterpret_cast<const char*>(l) : "";
-      Changed();
-      return 1;
-    case kWmGetText: {
-      if (w == 0 || l == 0) return 0;
-      auto count = std::min<std::size_t>(w - 1, n->text.size());
-      std::memcpy(reinterpret_cast<char*>(l), n->text.data(), count);
-      reinterpret_cast<char*>(l)[count] = '\0';
-      return static_cast<LResult>(count);
-    }
-    case kWmGetTextLength:
-      return static_cast<LResult>(n->text.size());
-    case kWmClose:
-      Destroy(h);
-      return 0;
-    case kEmGetTextRange: {
-      auto* r = reinterpret_cast<TextRange*>(l);
-      if (!r || !r->lpstrText) return 0;
-      auto size = static_cast<std::int32_t>(n->text.size());
-      std::int32_t from = std::clamp(r->cpMin, 0, size);
-      std::int32_t to = r->cpMax < 0 ? size : std::clamp(r->cpMax, from, size);
-      std::memcpy(r->lpstrText, n->text.data() + from,
-                  static_cast<std::size_t>(to - from));
-      r->lpstrText[to - from] = '\0';
-      return to - from;
-    }
-    default:
-      return 0;
-  }
-}
-
 std::string_view SimWindows::TextView(Hwnd h) const {
   const Node* n = Find(h);
   return n ? std::string_view(n->text) : std::string_view();
@@ -171,6 +122,11 @@ Hwnd SimWindows::Parent(Hwnd h) const {
   return n ? n->parent : 0;
 }
 
+SimWindows::Owner SimWindows::OwnerOf(Hwnd h) const {
+  const Node* n = Find(h);
+  return n ? n->owner : Owner::kOther;
+}
+
 std::string SimWindows::ClassOf(Hwnd h) const {
   const Node* n = Find(h);
   return n ? n->cls : std::string();
@@ -184,24 +140,6 @@ bool SimWindows::Shown(Hwnd h) const {
 bool SimWindows::IsIconic(Hwnd h) const {
   const Node* n = Find(h);
   return n && n->minimized;
-}
-
-bool SimWindows::DeliverPosted() {
-  auto stopped = [this] { return thread_ && thread_->StoppedForMs() > 0; };
-  if (posted_.empty() || stopped()) return false;
-  std::deque<Posted> batch;
-  batch.swap(posted_);
-  while (!batch.empty()) {
-    Posted p = batch.front();
-    batch.pop_front();
-    Dispatch(p.h, p.msg, p.w, p.l);
-    if (stopped()) {
-      // What the thread has not taken yet waits, ahead of anything newer.
-      posted_.insert(posted_.begin(), batch.begin(), batch.end());
-      break;
-    }
-  }
-  return true;
 }
 
 Hwnd SimWindows::FindWindowA(const char* cls, const char* title) {
@@ -220,53 +158,11 @@ Hwnd SimWindows::FindWindowExA(Hwnd parent, Hwnd after, const char* cls,
   }
   for (; it != kids.end(); ++it) {
     const Node* n = Find(*it);
-    if (cls && !SameClass(n->cls, cls)) continue;
+    if (cls && !SameIgnoringCase(n->cls, cls)) continue;
     if (title && n->text != title) continue;
     return *it;
   }
   return 0;
-}
-
-bool SimWindows::WaitForThread() {
-  const std::int64_t stopped = thread_ ? thread_->StoppedForMs() : 0;
-  if (stopped <= 0) return true;
-  thread_->Block(std::min<std::int64_t>(stopped, kSendBoundMs));
-  return stopped <= kSendBoundMs;
-}
-
-std::optional<LResult> SimWindows::SendMessageTimeoutA(Hwnd h,
-                                                       std::uint32_t msg,
-                                                       WParam w, LParam l) {
-  const Node* n = Find(h);
-  if (!n) return 0;
-  if (n->owner == Owner::kProgram) return Dispatch(h, msg, w, l);
-  // A thread that does not pump within the bound never sees the message.
-  if (!WaitForThread()) return std::nullopt;
-  LResult result = Dispatch(h, msg, w, l);
-  // A handler that stopped its thread has not returned yet for the sender.
-  if (!WaitForThread()) return std::nullopt;
-  return result;
-}
-
-LResult SimWindows::Dispatch(Hwnd h, std::uint32_t msg, WParam w, LParam l) {
-  Node* n = Find(h);
-  if (!n) return 0;
-  if (n->handler) {
-    Handler handler = n->handler;  // the window may go away while it runs
-    if (auto r = handler(h, msg, w, l)) return *r;
-  }
-  return DefWindowProc(h, msg, w, l);
-}
-
-bool SimWindows::PostMessageA(Hwnd h, std::uint32_t msg, WParam w, LParam l) {
-  if (!Find(h)) return false;
-  // A message that carries a pointer cannot wait in a queue: the window
-  // manager refuses to post it, and the text never arrives.
-  if (msg == kWmSetText || msg == kWmGetText || msg == kEmGetTextRange) {
-    return false;
-  }
-  posted_.push_back({h, msg, w, l});
-  return true;
 }
 
 int SimWindows::GetWindowTextA(Hwnd h, char* buffer, int max_count) {
@@ -355,101 +251,6 @@ bool SimWindows::SetWindowPos(Hwnd h, Hwnd after, int x, int y, int cx, int cy,
 SimWindows::Placement SimWindows::PlacementOf(Hwnd h) const {
   const Node* n = Find(h);
   return n ? n->placement : Placement{};
-}
-
-Hmenu SimWindows::CreateMenu() {
-  Hmenu m = next_menu_;
-  next_menu_ += 4;
-  menus_[m];
-  return m;
-}
-
-void SimWindows::AppendMenu(Hmenu menu, std::string text, std::uint32_t id,
-                            Hmenu sub) {
-  auto it = menus_.find(menu);
-  if (it == menus_.end()) return;
-  it->second.push_back({std::move(text), sub ? 0xFFFFFFFFu : id, sub});
-}
-
-void SimWindows::SetMenu(Hwnd h, Hmenu menu) {
-  if (Node* n = Find(h)) n->menu = menu;
-}
-
-Hmenu SimWindows::GetMenu(Hwnd h) {
-  const Node* n = Find(h);
-  return n ? n->menu : 0;
-}
-
-int SimWindows::GetMenuItemCount(Hmenu menu) {
-  auto it = menus_.find(menu);
-  return it == menus_.end() ? -1 : static_cast<int>(it->second.size());
-}
-
-Hmenu SimWindows::GetSubMenu(Hmenu menu, int pos) {
-  auto it = menus_.find(menu);
-  if (it == menus_.end() || pos < 0 ||
-      pos >= static_cast<int>(it->second.size())) {
-    return 0;
-  }
-  return it->second[static_cast<std::size_t>(pos)].sub;
-}
-
-std::uint32_t SimWindows::GetMenuItemID(Hmenu menu, int pos) {
-  auto it = menus_.find(menu);
-  if (it == menus_.end() || pos < 0 ||
-      pos >= static_cast<int>(it->second.size())) {
-    return 0xFFFFFFFFu;
-  }
-  return it->second[static_cast<std::size_t>(pos)].id;
-}
-
-const SimWindows::MenuEntry* SimWindows::FindItem(Hmenu menu, std::uint32_t id,
-                                                  int depth) const {
-  auto it = menus_.find(menu);
-  if (it == menus_.end() || depth > 8) return nullptr;
-  for (const MenuEntry& e : it->second) {
-    if (!e.sub && e.id == id) return &e;
-    if (e.sub) {
-      if (const MenuEntry* found = FindItem(e.sub, id, depth + 1)) return found;
-    }
-  }
-  return nullptr;
-}
-
-int SimWindows::GetMenuStringA(Hmenu menu, std::uint32_t item, char* buffer,
-                               int max_count, std::uint32_t flags) {
-  const MenuEntry* e = nullptr;
-  if (flags & kMfByPosition) {
-    auto it = menus_.find(menu);
-    if (it != menus_.end() && item < it->second.size()) e = &it->second[item];
-  } else {
-    e = FindItem(menu, item, 0);  // submenus are searched too
-  }
-  if (!e) return 0;
-  if (!buffer || max_count <= 0) return static_cast<int>(e->text.size());
-  auto count = std::min<std::size_t>(static_cast<std::size_t>(max_count - 1),
-                                     e->text.size());
-  std::memcpy(buffer, e->text.data(), count);
-  buffer[count] = '\0';
-  return static_cast<int>(count);
-}
-
-Screen SimWindows::GetScreen() { return SimScreen(); }
-
-bool SimWindows::GetCursorPos(Point& at) {
-  at = cursor_;
-  return true;
-}
-
-bool SimWindows::SetCursorPos(int x, int y) {
-  cursor_ = {std::clamp(x, 0, kScreenWidth - 1),
-             std::clamp(y, 0, kScreenHeight - 1)};
-  return true;
-}
-
-bool SimWindows::ReleaseCapture() {
-  capture_ = 0;
-  return true;
 }
 
 std::optional<std::string> SimWindows::GetTextRange(Hwnd h, int from, int to) {

@@ -10,6 +10,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "platform/window_services.h"
@@ -58,6 +59,8 @@ class SimWindows : public WindowServices {
   std::vector<Hwnd> Children(Hwnd parent) const;
   Hwnd Parent(Hwnd h) const;
   std::string ClassOf(Hwnd h) const;
+  // Whose the window is (kOther for one that is gone).
+  Owner OwnerOf(Hwnd h) const;
   // Whether the window itself is shown, whatever its parents are.
   bool Shown(Hwnd h) const;
   // Whether it is minimized (shown or hidden: a hidden window keeps the
@@ -85,6 +88,20 @@ class SimWindows : public WindowServices {
   // Handles every message posted so far; true if there was any. A stopped
   // thread handles none, and one that stops on a message leaves the rest.
   bool DeliverPosted();
+
+  // What the program has given the other process's windows, sent or
+  // posted, since the last take: each message to windows of one class and
+  // one title (the title when the message went), counted when it reached
+  // its window, in the order first given.
+  struct Sent {
+    std::uint32_t msg;
+    std::string cls, title;
+    int count;
+  };
+  std::vector<Sent> TakeSent() { return std::exchange(sent_, {}); }
+  // Whether that is kept at all: a long run that nobody asks about keeps
+  // nothing (the text controls' titles are their whole texts).
+  void KeepSent(bool keep) { keep_sent_ = keep; }
 
   Hwnd FindWindowA(const char* cls, const char* title) override;
   Hwnd FindWindowExA(Hwnd parent, Hwnd after, const char* cls,
@@ -138,11 +155,14 @@ class SimWindows : public WindowServices {
     std::uint32_t msg;
     WParam w;
     LParam l;
+    std::string title;  // the window's, when the message went
   };
 
   const Node* Find(Hwnd h) const;
   Node* Find(Hwnd h);
   LResult Dispatch(Hwnd h, std::uint32_t msg, WParam w, LParam l);
+  // A message of the program's reached the other process's window h.
+  void Count(Hwnd h, std::uint32_t msg, const std::string& title);
   // Waits, as a sender, for the other process's thread to pump: false when
   // it is still stopped after the bound.
   bool WaitForThread();
@@ -153,6 +173,8 @@ class SimWindows : public WindowServices {
   std::unordered_map<Hwnd, Node> nodes_;
   std::vector<Hwnd> top_level_;
   std::deque<Posted> posted_;
+  std::vector<Sent> sent_;
+  bool keep_sent_ = false;
   Hwnd next_handle_ = 0x10010;
   std::unordered_map<Hmenu, std::vector<MenuEntry>> menus_;
   Hmenu next_menu_ = 0x20010;
@@ -162,8 +184,5 @@ class SimWindows : public WindowServices {
   std::vector<std::function<void()>> watchers_;
   std::vector<std::function<void()>> creation_watchers_;
 };
-
-// ASCII case-insensitive equality, as the window manager compares classes.
-bool SameClass(std::string_view a, std::string_view b);
 
 }  // namespace v2::sim

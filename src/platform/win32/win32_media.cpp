@@ -8,6 +8,8 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "platform/mp3_frames.h"
+
 namespace v2::win32 {
 namespace {
 
@@ -150,7 +152,12 @@ void Win32Media::Open(const std::string& path) {
     Changed();
     return;
   }
-  duration_ = std::strtod(length.c_str(), nullptr) / 1000.0;
+  // The length of the frames there are, where they can be counted: the
+  // device's own length is a guess wherever the file tells no frame count,
+  // and a guess that takes tags it does not know for sound.
+  const double counted = Mp3FrameSecondsOfFile(path);
+  duration_ =
+      counted > 0 ? counted : std::strtod(length.c_str(), nullptr) / 1000.0;
   Command(std::string("setaudio ") + kAlias + " volume to " +
           std::to_string(MciVolume(volume_)));
   PlayFrom(0);

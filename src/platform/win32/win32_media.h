@@ -6,6 +6,8 @@
 // real playback has run out the position reads exactly the length until a
 // call moves it (MCI's own position may then read 0, or a little past the
 // length). The end is learnt from MCI's notification to a hidden window.
+// The length is the file's frames counted (mp3_frames.h), as the simulator
+// counts them, where MCI's own is a guess for files that tell no frame count.
 #include <cstdint>
 #include <string>
 

@@ -5,23 +5,13 @@
 #include <algorithm>
 
 #include "platform/win32/win32_bitmap.h"
+#include "platform/win32/win32_handles.h"
 
 namespace v2::win32 {
 namespace {
 
 constexpr const char* kPictureProp = "vantrel2.picture";
 
-HWND ToHwnd(Hwnd h) {
-  return reinterpret_cast<HWND>(
-      static_cast<INT_PTR>(static_cast<std::int32_t>(h)));
-}
-HRGN ToHrgn(Hrgn h) {
-  return reinterpret_cast<HRGN>(
-      static_cast<INT_PTR>(static_cast<std::int32_t>(h)));
-}
-Hrgn FromHrgn(HRGN h) {
-  return static_cast<Hrgn>(reinterpret_cast<UINT_PTR>(h));
-}
 HDC ToHdc(std::uintptr_t h) { return reinterpret_cast<HDC>(h); }
 
 // 0x00RRGGBB in a 32-bit DIB to 0x00BBGGRR.

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "platform/tray_icon.h"
 #include "platform/win32/win32_bitmap.h"
 #include "platform/win32/win32_loop.h"
 #include "platform/win32/win32_ui.h"
@@ -20,51 +21,24 @@ constexpr UINT_PTR kMenuPumpTimer = 1;
 // How often the program's loop runs while a popup menu is open.
 constexpr UINT kMenuPumpMs = 20;
 
-HMENU ToHmenu(Hmenu h) {
-  return reinterpret_cast<HMENU>(
-      static_cast<INT_PTR>(static_cast<std::int32_t>(h)));
-}
-
-// ---- The tray's icon: an orange "v²" on a dark rounded square ----
-
-bool GlyphAt(const char* const rows[], int columns, int count, int x, int y) {
-  return x >= 0 && y >= 0 && x < columns && y < count && rows[y][x] == '#';
-}
+// ---- The tray's icon, drawn as the executable's icon is ----
 
 HICON MakeTrayIcon() {
-  static const char* const kV[] = {"#...#", "#...#", ".#.#.", ".#.#.", "..#.."};
-  static const char* const kTwo[] = {"###", "..#", "###", "#..", "###"};
   const int size = std::max(16, GetSystemMetrics(SM_CXSMICON));
-  const int u = size / 16;  // one cell of the 16 by 16 drawing
-  const double radius = 3.0 * u;
-
+  const std::vector<std::uint32_t> drawn = DrawTrayIcon(size);
   void* bits = nullptr;
   HBITMAP colour = MakePixelBitmap(size, size, bits);
   if (!colour) return nullptr;
+  std::copy(drawn.begin(), drawn.end(), static_cast<std::uint32_t*>(bits));
+  // The mask's rows are whole 16-bit words; a set bit is a transparent
+  // pixel.
   const int mask_stride = (size + 15) / 16 * 2;
   std::vector<BYTE> mask(static_cast<std::size_t>(mask_stride * size), 0);
-  auto* pixel = static_cast<std::uint32_t*>(bits);
   for (int y = 0; y < size; ++y) {
     for (int x = 0; x < size; ++x) {
-      double px = x + 0.5, py = y + 0.5;
-      double cx = std::clamp(px, radius, size - radius);
-      double cy = std::clamp(py, radius, size - radius);
-      bool inside =
-          (px - cx) * (px - cx) + (py - cy) * (py - cy) <= radius * radius;
-      std::uint32_t argb = 0;
-      if (!inside) {
-        mask[static_cast<std::size_t>(y * mask_stride + x / 8)] |=
-            static_cast<BYTE>(0x80 >> (x % 8));
-      } else if (GlyphAt(kV, 5, 5, (x - u) / (2 * u), (y - 5 * u) / (2 * u)) &&
-                 x >= u && y >= 5 * u) {
-        argb = 0xFFFF8000;
-      } else if (GlyphAt(kTwo, 3, 5, (x - 12 * u) / u, (y - u) / u) &&
-                 x >= 12 * u && y >= u) {
-        argb = 0xFFFF8000;
-      } else {
-        argb = 0xFF1E2430;
-      }
-      pixel[y * size + x] = argb;
+      if (drawn[static_cast<std::size_t>(y * size + x)] != 0) continue;
+      mask[static_cast<std::size_t>(y * mask_stride + x / 8)] |=
+          static_cast<BYTE>(0x80 >> (x % 8));
     }
   }
   HBITMAP and_mask = CreateBitmap(size, size, 1, 1, mask.data());
@@ -222,6 +196,30 @@ void Win32Ui::TrayAdd(const std::string& tip, TrayMouseUp handler) {
   tray_wanted_ = true;
   if (tray_shown_ && Notify(NIM_MODIFY)) return;
   tray_shown_ = Notify(NIM_ADD);
+  ShowBalloon();
+}
+
+void Win32Ui::TrayBalloon(const std::string& title, const std::string& text) {
+  balloon_.emplace(title, text);
+  ShowBalloon();
+}
+
+void Win32Ui::ShowBalloon() {
+  if (!balloon_ || !tray_shown_ || !owner_ || !owner_->hwnd) return;
+  NOTIFYICONDATAA data{};
+  // Windows 2000's size, which every shell since knows: balloons of a
+  // title of 63 bytes and a text of 255.
+  data.cbSize = NOTIFYICONDATAA_V2_SIZE;
+  data.hWnd = owner_->hwnd;
+  data.uID = 1;
+  data.uFlags = NIF_INFO;
+  balloon_->first.copy(data.szInfoTitle, sizeof(data.szInfoTitle) - 1);
+  balloon_->second.copy(data.szInfo, sizeof(data.szInfo) - 1);
+  // Windows XP keeps a balloon up this long while the member is at the
+  // machine (10 to 30 s); later shells follow the accessibility setting.
+  data.uTimeout = 20000;
+  data.dwInfoFlags = NIIF_WARNING;
+  if (Shell_NotifyIconA(NIM_MODIFY, &data)) balloon_.reset();
 }
 
 void Win32Ui::TrayRemove() {

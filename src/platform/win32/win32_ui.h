@@ -4,6 +4,9 @@
 // input box, the tray entry and its popup menu.
 #include <map>
 #include <memory>
+#include <optional>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/ui.h"
@@ -53,11 +56,15 @@ class Win32Ui : public UiToolkit {
                        const std::string& preset) override;
   void TrayAdd(const std::string& tip, TrayMouseUp handler) override;
   void TrayRemove() override;
+  // Shell_NotifyIconA's balloon (NIF_INFO), with the warning icon.
+  void TrayBalloon(const std::string& title, const std::string& text) override;
   void PopupMenu(EventLoop& loop, const MenuItem& root) override;
   [[noreturn]] void EndProgram() override;
 
-  // Whether the shell holds the entry now.
+  // Whether the shell holds the entry now, and whether a balloon waits for
+  // the entry to be shown.
   bool TrayShown() const { return tray_shown_; }
+  bool BalloonWaiting() const { return balloon_.has_value(); }
   // The window of kTrayWindowClass, 0 before the tray or a menu needed it.
   Hwnd TrayWindow() const;
 
@@ -67,12 +74,16 @@ class Win32Ui : public UiToolkit {
  private:
   bool EnsureOwner();
   bool Notify(unsigned message);
+  // The balloon asked for, if the entry is there to show it.
+  void ShowBalloon();
 
   std::map<Hwnd, std::unique_ptr<Control>> controls_;
   int next_id_ = 100;
   std::unique_ptr<Owner> owner_;
   bool tray_wanted_ = false;  // added and not removed since
   bool tray_shown_ = false;
+  // A balloon's title and text, until the shell has shown it.
+  std::optional<std::pair<std::string, std::string>> balloon_;
 };
 
 }  // namespace v2::win32

@@ -12,17 +12,10 @@
 #include <memory>
 #include <string>
 
+#include "platform/win32/win32_handles.h"
 #include "platform/win32/win32_ui.h"
 
 namespace v2::win32 {
-
-inline HWND ToHwnd(Hwnd h) {
-  return reinterpret_cast<HWND>(
-      static_cast<INT_PTR>(static_cast<std::int32_t>(h)));
-}
-inline Hwnd FromHwnd(HWND h) {
-  return static_cast<Hwnd>(reinterpret_cast<UINT_PTR>(h));
-}
 
 // Twips as pixels at the screen's DPI.
 inline int Pixels(int twips, bool horizontal) {
@@ -101,6 +94,7 @@ struct Win32Ui::Owner {
   void ShellRestarted() {
     if (!ui->tray_wanted_) return;
     ui->tray_shown_ = ui->Notify(NIM_ADD) || ui->Notify(NIM_MODIFY);
+    ui->ShowBalloon();
   }
 };
 

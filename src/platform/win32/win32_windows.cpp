@@ -4,27 +4,11 @@
 
 #include <cstdint>
 
+#include "platform/win32/win32_handles.h"
 #include "platform/win32/win32_shaped.h"
 
 namespace v2::win32 {
 namespace {
-
-// Window and menu handles carry 32 bits on every Windows, 64-bit included;
-// widened, they are sign-extended (HWND_TOPMOST is -1).
-HWND ToHwnd(Hwnd h) {
-  return reinterpret_cast<HWND>(
-      static_cast<INT_PTR>(static_cast<std::int32_t>(h)));
-}
-Hwnd FromHwnd(HWND h) {
-  return static_cast<Hwnd>(reinterpret_cast<UINT_PTR>(h));
-}
-HMENU ToHmenu(Hmenu m) {
-  return reinterpret_cast<HMENU>(
-      static_cast<INT_PTR>(static_cast<std::int32_t>(m)));
-}
-Hmenu FromHmenu(HMENU m) {
-  return static_cast<Hmenu>(reinterpret_cast<UINT_PTR>(m));
-}
 
 // The one instance whose hook is set: the system's callback carries no
 // pointer of ours.

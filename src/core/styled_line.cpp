@@ -1,6 +1,7 @@
-#include "interpreter/styled_line.h"
+#include "core/styled_line.h"
 
-#include "shell/program.h"
+#include "core/program.h"
+#include "host/host_windows.h"
 
 namespace v2 {
 namespace {
@@ -67,6 +68,10 @@ std::string StyledLine(const Form4& style, Pair pair, std::string_view middle) {
 std::string StyledLineTight(const Form4& style, Pair pair,
                             std::string_view middle) {
   return Compose(style, pair, middle, true);
+}
+
+void Reply(Program& prog, const std::string& middle) {
+  ChatSend(prog.platform, StyledLine(prog.form4, Pair::kMain, middle));
 }
 
 }  // namespace v2

@@ -1,13 +1,13 @@
-#include "shell/start_exit.h"
+#include "shell/start.h"
 
-#include "config/startup.h"
+#include "core/pictures.h"
+#include "core/program.h"
+#include "core/shaped_windows.h"
+#include "core/styled_line.h"
 #include "host/host_windows.h"
 #include "idle/idle_tick.h"
-#include "interpreter/styled_line.h"
 #include "platform/bmp.h"
-#include "shell/pictures.h"
-#include "shell/program.h"
-#include "shell/shaped_windows.h"
+#include "shell/startup.h"
 
 namespace v2 {
 namespace {
@@ -53,19 +53,6 @@ void Form1_Load(Program& prog) {
 void SystemTray1_MouseUp(Program& prog, std::int16_t Button) {
   if (Button != 2) return;
   prog.platform.ui().PopupMenu(prog.platform.loop, prog.form2.menu);
-}
-
-void exit_Click(Program& prog) {
-  Platform& p = prog.platform;
-  p.ui().TrayRemove();
-  ChatSend(p, StyledLine(prog.form4, Pair::kMain,
-                         std::string(kBanner) + " by mirrik"));
-  const std::string minutes = GroupThousands(prog.form2.Label1.Caption.Get());
-  ChatSend(p, StyledLine(prog.form4, Pair::kSecond,
-                         "end:(" + prog.form2.Text5.Text.Get() +
-                             ") : " + minutes + "/mins"));
-  // Nothing is saved here: every setting was stored when it changed.
-  p.ui().EndProgram();
 }
 
 }  // namespace v2

@@ -1,16 +1,10 @@
-#include "shell/program.h"
+// The forms as data: their timers and controls, the popup's items by name,
+// and every control by the name `show` gives it.
+#include "core/program.h"
 
-#include "answering/answering_machine.h"
-#include "config/menu_tree.h"
-#include "config/settings.h"
-#include "config/style_window.h"
+#include "core/menu_items.h"
+#include "core/style_keys.h"
 #include "host/host_windows.h"
-#include "idle/idle_tick.h"
-#include "interpreter/chat_event.h"
-#include "player/play_modes.h"
-#include "reconnect/disconnect_watch.h"
-#include "shell/start_exit.h"
-#include "transfers/upchat.h"
 
 namespace v2 {
 
@@ -39,30 +33,7 @@ Form2::Form2(EventLoop& loop)
       Timer5(loop, 1000),
       Timer6(loop, 1000) {}
 
-Program::Program(Platform& platform_in)
-    : platform(platform_in),
-      form1(platform_in),
-      form2(platform_in.loop),
-      watch(platform_in) {
-  // The items as the window defines them, before the stores are read.
-  BuildMenuTree(*this);
-  form1.Chat1.OnChatMsg(
-      [this](const std::string& name, const std::string& said) {
-        Chat1_ChatMsg(*this, name, said);
-      });
-  form1.Chat2.OnChatMsg(
-      [this](const std::string& name, const std::string& said) {
-        Chat2_ChatMsg(*this, name, said);
-      });
-  form1.Timer1.OnTimer([this] { Timer1_Timer(*this); });
-  form1.Timer2.OnTimer([this] { Timer2_Timer(*this); });
-  form2.Timer2.OnTimer([this] { Form2_Timer2_Timer(*this); });
-  form2.Timer4.OnTimer([this] { Timer4_Timer(*this); });
-  form2.Timer5.OnTimer([this] { Timer5_Timer(*this); });
-  form2.Timer6.OnTimer([this] { Timer6_Timer(*this); });
-  // What the control reads can change with a call: the end-of-track test
-  // looks again.
-  platform.media().OnChange([this] { form1.Timer2.Wake(); });
+void Program::AddControls() {
   auto text = [this](const char* name, const TextBox& box) {
     controls_[name] = [&box] { return box.Text.Get(); };
   };
@@ -73,7 +44,6 @@ Program::Program(Platform& platform_in)
   text("Form2.Text5", form2.Text5);
   text("Form2.Text6", form2.Text6);
   controls_["Form2.Label1"] = [this] { return form2.Label1.Caption.Get(); };
-  form4.OnFirstTouch = [this] { EnsureForm4(*this); };
   for (const char* name : Form4FieldNames()) {
     text((std::string("Form4.") + name).c_str(), *Form4Field(form4, name));
   }
@@ -122,12 +92,6 @@ Program::Program(Platform& platform_in)
   };
 }
 
-void Program::Start() {
-  // The end-of-track test runs from the load on.
-  form1.Timer2.SetEnabled(true);
-  Form1_Load(*this);
-}
-
 namespace {
 
 bool InTree(const MenuItem& head, const MenuItem* wanted) {
@@ -138,6 +102,13 @@ bool InTree(const MenuItem& head, const MenuItem* wanted) {
 }
 
 }  // namespace
+
+MenuItem* Form2::Item(const std::string& name) {
+  for (MenuItem* item : all) {
+    if (item->Name == name) return item;
+  }
+  return nullptr;
+}
 
 bool Program::ClickMenu(const std::string& name) {
   MenuItem* item = form2.Item(name);

@@ -1,6 +1,6 @@
 #pragma once
-// The program's life: the start from the splash to the tray icon, the tray
-// icon's popup, and the end.
+// The program's start, from the splash to the tray icon, and the tray
+// icon's popup. (The end is the menu item exit's, config/menu_tree.h.)
 #include <cstdint>
 
 namespace v2 {
@@ -17,7 +17,5 @@ void Form1_Load(Program& prog);
 // A mouse button released over the tray entry: the right one opens the
 // popup menu at the pointer.
 void SystemTray1_MouseUp(Program& prog, std::int16_t Button);
-// The tray entry goes, two closing lines, then the program ends at once.
-void exit_Click(Program& prog);
 
 }  // namespace v2

@@ -1,4 +1,4 @@
-#include "shell/shaped_windows.h"
+#include "core/shaped_windows.h"
 
 #include <cmath>
 #include <vector>

@@ -1,59 +1,20 @@
-#include "config/settings.h"
+#include "shell/startup.h"
 
-#include <algorithm>
 #include <functional>
 
-#include "config/menu_tree.h"
 #include "config/style_window.h"
-#include "platform/text.h"
+#include "core/list_files.h"
+#include "core/menu_items.h"
+#include "core/program.h"
+#include "core/settings.h"
+#include "core/style_keys.h"
+#include "core/styled_line.h"
+#include "host/host_windows.h"
+#include "idle/idle_tick.h"
+#include "idle/reason_list.h"
 #include "player/player_commands.h"
-#include "shell/program.h"
 
 namespace v2 {
-namespace {
-
-constexpr int kIniBuffer = 750;
-
-std::string UpperCase(const std::string& s) {
-  // The counterpart of LCase for the key names, which are plain letters.
-  std::string out = s;
-  for (char& c : out) {
-    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 32);
-  }
-  return out;
-}
-
-}  // namespace
-
-std::string GetSetting(Platform& p, const std::string& key,
-                       const std::string& def) {
-  return p.users().GetSetting(kSettingsApp, kSettingsSection, key, def);
-}
-
-void SaveSetting(Platform& p, const std::string& key,
-                 const std::string& value) {
-  p.users().SaveSetting(kSettingsApp, kSettingsSection, key, value);
-}
-
-std::string IniRead(Platform& p, const std::string& section,
-                    const std::string& key, const std::string& file) {
-  std::string buffer(kIniBuffer, '\0');
-  int n = p.profiles().GetPrivateProfileStringA(
-      section.c_str(), LCase(key).c_str(), "", buffer.data(), kIniBuffer,
-      file.c_str());
-  buffer.resize(static_cast<std::size_t>(std::clamp(n, 0, kIniBuffer - 1)));
-  return buffer;
-}
-
-void IniWrite(Platform& p, const std::string& section, const std::string& key,
-              const std::string& value, const std::string& file) {
-  p.profiles().WritePrivateProfileStringA(
-      section.c_str(), UpperCase(key).c_str(), value.c_str(), file.c_str());
-}
-
-std::string SettingsFile(Platform& p) {
-  return p.files().ProgramDir() + "\\settings.dat";
-}
 
 void ReadUserSettings(Program& prog, bool ask_for_handle) {
   Platform& p = prog.platform;
@@ -110,6 +71,27 @@ void ReadSettingsFile(Program& prog) {
   EnsureForm4(prog);
   ReadStyleKeys(prog);
   ReadPlayerPath(prog);
+}
+
+void info(Program& prog) {
+  Platform& p = prog.platform;
+  // The reason list lies in the working directory; without it the window
+  // stays unmade for now.
+  if (FileExists(p, kReasonFile)) {
+    EnsureForm3(prog);
+    LoadList(p, kReasonFile, prog.form3.List1);
+  }
+  ReadUserSettings(prog, /*ask_for_handle=*/true);
+  ReadSettingsFile(prog);
+  ChatSend(p, StyledLine(prog.form4, Pair::kMain,
+                         std::string(kBanner) + " by mirrik"));
+  const std::string minutes = GroupThousands(prog.form2.Label1.Caption.Get());
+  // "/mins" is fixed here: the style's minute word is for the idle lines.
+  ChatSend(p, StyledLine(prog.form4, Pair::kSecond,
+                         "lo\xE1"
+                         "d:(" +
+                             prog.form2.Text5.Text.Get() + ") : " + minutes +
+                             "/mins"));
 }
 
 }  // namespace v2

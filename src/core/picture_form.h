@@ -5,9 +5,9 @@
 #include <string>
 #include <string_view>
 
+#include "core/shaped_windows.h"
 #include "platform/bmp.h"
 #include "platform/ui.h"
-#include "shell/shaped_windows.h"
 
 namespace v2 {
 

@@ -9,11 +9,16 @@
 
 namespace v2 {
 
-class Program;
-
 inline constexpr const char* kSettingsApp = "vantrel2";
 inline constexpr const char* kSettingsSection = "settings";
 inline constexpr const char* kIniSection = "vantrel2";
+// The balloon of a settings.dat that cannot be written.
+inline constexpr const char* kNotSavedTitle =
+    "vantrel\xB2 can't save your settings";
+inline constexpr const char* kNotSavedText =
+    "vantrel\xB2 can't write settings.dat in its folder, so what you change "
+    "lasts only until it ends. To keep your settings, move the vantrel2 "
+    "folder to a folder of your own, such as your Documents.";
 
 // A per-user entry, or def when there is none.
 std::string GetSetting(Platform& p, const std::string& key,
@@ -25,23 +30,14 @@ void SaveSetting(Platform& p, const std::string& key, const std::string& value);
 std::string IniRead(Platform& p, const std::string& section,
                     const std::string& key, const std::string& file);
 // The key is written in upper case; the value unchanged, the empty one too.
+// The first write of a run that fails (a folder the member cannot write
+// to) tells the member so by a balloon from the tray: the settings then
+// last for the run only.
 void IniWrite(Platform& p, const std::string& section, const std::string& key,
               const std::string& value, const std::string& file);
 
 // The full name of settings.dat: the program's own directory and
 // "\settings.dat", never the current directory.
 std::string SettingsFile(Platform& p);
-
-// The per-user store into the live objects, key by key in the store's
-// order: the check marks (a flag counts only as the exact text "true"; a read
-// never clears a mark), the texts of Form2, the captions that show them, and
-// the scanners and timers the switches ask for. With ask_for_handle, a
-// missing or empty handle is asked for and stored ("new user" when the
-// member gives none).
-void ReadUserSettings(Program& prog, bool ask_for_handle = false);
-// settings.dat into the live objects: the idle minutes of all time, the
-// style fields (loading Form4), each with its text for an empty read, and
-// the player's directory (the program's own when none is stored).
-void ReadSettingsFile(Program& prog);
 
 }  // namespace v2

@@ -1,18 +1,25 @@
 #pragma once
 // The program's state is its forms: their controls hold every live value.
-// One Program owns them all and every handler receives it.
+// One Program owns them all and every handler receives it. This header
+// knows no handler: the Program's constructor and Start, which wire the
+// forms to every handler, are the start's, in shell/wiring.cpp.
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <memory>
 #include <string>
+#include <vector>
 
+#include "core/shaped_windows.h"
 #include "host/window_watch.h"
-#include "idle/reason_list.h"
 #include "platform/chat_scanner.h"
 #include "platform/controls.h"
 #include "platform/platform.h"
 
 namespace v2 {
+
+// A minute of the program is one tick of Form1.Timer1: 63 seconds.
+inline constexpr int kIdleTickMs = 63000;
 
 // Hidden: the chat scanners, the idle counters and the idle timer, and the
 // player: the tracks, the current file, the matches of a search, the tag
@@ -77,8 +84,24 @@ struct Form2 {
       modal, sep19, hideaol, showaol, sep20, signoff;
   MenuItem dcp, sep9, sep10, buildroom, sep11, sep12, onrecon, sep13, sep14,
       upchat, unupchat, sep15, sep25, buildafk;
-  // Every item by its name.
+  // Every named item, in the order of the popup's tree (the tree's builder
+  // lists them), and one of them by its name (nullptr for none).
+  std::vector<MenuItem*> all;
   MenuItem* Item(const std::string& name);
+};
+
+// The reason list window. Its controls hold the list; the window itself is
+// shown on demand and slides away when closed.
+struct Form3 {
+  ListBox List1;
+  TextBox Text1;
+  Label Label1{TextControl("save and exit")};
+  Label Label2{TextControl("cancel")};
+  bool loaded = false;
+  Hwnd hwnd = 0;  // the window, where the platform makes one
+  std::unique_ptr<ShapedWindow> window;
+  std::unique_ptr<PictureBox> Picture1;  // the background and outline
+  Grab grab;                             // where the drag took hold
 };
 
 // The splash, shown while the program starts.
@@ -158,6 +181,7 @@ struct Form4 {
 
 class Program {
  public:
+  // Makes the forms and wires them to their handlers (shell/wiring.cpp).
   explicit Program(Platform& platform);
   Program(const Program&) = delete;
   Program& operator=(const Program&) = delete;
@@ -184,6 +208,8 @@ class Program {
   WindowWatch watch;
 
  private:
+  // What `show` can read, by name.
+  void AddControls();
   void AddPlayerControls();
   std::map<std::string, std::function<std::string()>> controls_;
 };
