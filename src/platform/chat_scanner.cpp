@@ -113,22 +113,20 @@ bool ChatScanner::ReadWhole(Hwnd transcript) {
 bool ChatScanner::Rebase(Hwnd transcript, LResult stamp,
                          std::optional<int> length) {
   if (transcript != room_) ranges_ = true;
-  if (!length) {
-    if (auto n = platform_.windows.SendMessageTimeoutA(
-            transcript, kWmGetTextLength, 0, 0)) {
-      length = static_cast<int>(*n);
-    }
+  // The length as the stamp gives it, until a whole read tells better.
+  int n = length.value_or(static_cast<int>(stamp));
+  auto anchor = Read(transcript, std::max(0, n - kAnchorChars), n);
+  if (anchor && !ranges_ && *whole_) {
+    n = static_cast<int>((*whole_)->size());
+    anchor = Read(transcript, std::max(0, n - kAnchorChars), n);
   }
-  std::optional<std::string> anchor;
-  if (length)
-    anchor = Read(transcript, std::max(0, *length - kAnchorChars), *length);
   if (!anchor) {
     room_ = 0;  // taken up afresh at the next look
     return false;
   }
   room_ = transcript;
   stamp_ = stamp;
-  seen_ = *length;
+  seen_ = n;
   anchor_ = std::move(*anchor);
   checked_at_ = platform_.clock().NowMs();
   return true;
@@ -178,8 +176,7 @@ void ChatScanner::Look() {
   // leaves everything as it was for the next look.
   auto stamp = platform_.windows.TextLengthW(t);
   if (!stamp) return;
-  if (t == room_ && *stamp == 0 && stamp_ != 0 &&
-      !platform_.windows.IsWindow(t)) {
+  if (t == room_ && *stamp == 0 && !platform_.windows.IsWindow(t)) {
     // The room closed, or the client went: whatever room there is now.
     t = Find(now);
     if (!t) {
@@ -206,21 +203,19 @@ void ChatScanner::Look() {
       return;
     }
   }
-  if (LookAt(t)) {
+  if (ReadNews(t, *stamp)) {
     stamp_ = *stamp;
     checked_at_ = now;
   }
 }
 
-bool ChatScanner::LookAt(Hwnd t) {
+bool ChatScanner::ReadNews(Hwnd t, LResult stamp) {
   // Without ranges the whole text is read anyway: its length comes with it.
   if (!ranges_) {
     if (!ReadWhole(t)) return false;
     return LookAt(t, static_cast<int>((*whole_)->size()));
   }
-  auto length =
-      platform_.windows.SendMessageTimeoutA(t, kWmGetTextLength, 0, 0);
-  return length && LookAt(t, static_cast<int>(*length));
+  return LookAt(t, static_cast<int>(stamp));
 }
 
 bool ChatScanner::LookAt(Hwnd t, int n) {

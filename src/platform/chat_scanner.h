@@ -78,15 +78,17 @@ class ChatScanner {
   Hwnd Find(std::int64_t now);
   // No room: where windows made are told, nothing to look at until one is.
   void Idle();
-  // Starts afresh at the end of the text (of length, where known).
+  // Starts afresh at the end of the text: of length where known, else of
+  // the stamp's (a whole read, where it comes to that, tells better).
   bool Rebase(Hwnd transcript, LResult stamp,
               std::optional<int> length = std::nullopt);
   // Characters [from, to) of the transcript; nullopt when it did not answer.
   std::optional<std::string> Read(Hwnd transcript, int from, int to);
   bool ReadWhole(Hwnd transcript);
-  // The text's length, and from it the lines that came; false when a read
-  // went unanswered.
-  bool LookAt(Hwnd transcript);
+  // The lines that came, of a transcript whose stamp moved (its length,
+  // where ranges are read; the whole text is read where they are not);
+  // false when a read went unanswered.
+  bool ReadNews(Hwnd transcript, LResult stamp);
   bool LookAt(Hwnd transcript, int length);
   void Deliver(std::string_view fresh);
 
