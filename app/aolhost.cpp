@@ -180,7 +180,8 @@ int main(int argc, char** argv) {
                   << " came\n";
         return 3;
       }
-      watch.PumpFor(50);
+      // Looked for at least once a second, and whenever a window is made.
+      watch.PumpFor(1000);
       if (watch.gone()) return 0;
     }
   }

@@ -12,6 +12,10 @@ namespace {
 // A read of the program's box waits at most this long for the program.
 constexpr UINT kReadBoundMs = 2000;
 constexpr int kLookEveryMs = 20;
+// With nothing coming up, a look at the program all the same this often:
+// for what no window made tells (its main window gone with its process
+// still there).
+constexpr ULONGLONG kQuietLookEveryMs = 1000;
 // How long a program started has to show its main window, and one ended to
 // be gone.
 constexpr ULONGLONG kLaunchBoundMs = 60000;
@@ -23,6 +27,14 @@ constexpr UINT kAnswerBoundMs = 250;
 constexpr const char* kInputBoxClass = "vantrel2 inputbox";
 
 ULONGLONG Now() { return aolsim::Win32WindowHost::MonotonicMs(); }
+
+// Windows of other processes made so far, as the system tells of them.
+unsigned long windows_made = 0;
+
+void CALLBACK OnMade(HWINEVENTHOOK, DWORD, HWND, LONG object, LONG, DWORD,
+                     DWORD) {
+  if (object == OBJID_WINDOW) ++windows_made;
+}
 
 // Text of a window of the program's, as the window itself gives it.
 std::string TextOf(HWND h) {
@@ -45,6 +57,7 @@ std::string TextOf(HWND h) {
 }  // namespace
 
 ProgramWatch::~ProgramWatch() {
+  if (hook_) UnhookWinEvent(hook_);
   if (process_) CloseHandle(process_);
 }
 
@@ -105,13 +118,41 @@ void ProgramWatch::Close() {
 }
 
 void ProgramWatch::PumpFor(int ms) {
+  if (!hook_) {
+    hook_ = SetWinEventHook(EVENT_OBJECT_CREATE, EVENT_OBJECT_CREATE, nullptr,
+                            OnMade, 0, 0,
+                            WINEVENT_OUTOFCONTEXT | WINEVENT_SKIPOWNPROCESS);
+  }
   const ULONGLONG start = Now();
   for (;;) {
     Look();
     ULONGLONG now = Now();
     if (gone_ || now - start >= static_cast<ULONGLONG>(ms)) return;
-    aolsim::Win32WindowHost::PumpFor(static_cast<int>(
-        std::min<ULONGLONG>(kLookEveryMs, ms - (now - start))));
+    // Without the system's word of windows made, every look is a poll.
+    const ULONGLONG every = pending_ || !hook_
+                                ? static_cast<ULONGLONG>(kLookEveryMs)
+                                : kQuietLookEveryMs;
+    WaitFor(std::min<ULONGLONG>(every, ms - (now - start)));
+  }
+}
+
+void ProgramWatch::WaitFor(ULONGLONG ms) {
+  const ULONGLONG deadline = Now() + ms;
+  const unsigned long made = windows_made;
+  for (;;) {
+    MSG msg;
+    while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) {
+      TranslateMessage(&msg);
+      DispatchMessageA(&msg);
+    }
+    const ULONGLONG now = Now();
+    if (now >= deadline || windows_made != made) return;
+    // Woken by a message, or by the program's end.
+    const DWORD count = process_ ? 1 : 0;
+    const DWORD woke = MsgWaitForMultipleObjectsEx(
+        count, &process_, static_cast<DWORD>(deadline - now), QS_ALLINPUT,
+        MWMO_INPUTAVAILABLE);
+    if (count == 1 && woke == WAIT_OBJECT_0) return;
   }
 }
 
@@ -124,11 +165,15 @@ void ProgramWatch::Look() {
     Follow(program);
   }
   std::erase_if(handled_, [](HWND h) { return !IsWindow(h); });
+  pending_ = false;
   for (HWND box = nullptr;
        (box = FindWindowExA(nullptr, box, kInputBoxClass, nullptr));) {
     Follow(box);
     if (std::find(handled_.begin(), handled_.end(), box) == handled_.end()) {
       TakeBox(box);
+      // Not complete yet: it shows itself in a moment, which no event tells.
+      pending_ |=
+          std::find(handled_.begin(), handled_.end(), box) == handled_.end();
     }
   }
   bool ended = (program_seen_ && !program) ||

@@ -52,8 +52,11 @@ class ProgramWatch {
   // When a box was last answered: the program goes on from there.
   ULONGLONG last_answer_ms() const { return last_answer_ms_; }
 
-  // Handles the client's messages for ms, looking every few milliseconds;
-  // returns early once the program is gone.
+  // Handles the client's messages for ms, looking at once when a window of
+  // another process is made, every few milliseconds while a box is still
+  // coming up, and otherwise now and then; returns early once the program
+  // is gone. A quiet wait costs the machine next to nothing, as a real
+  // client's would.
   void PumpFor(int ms);
   // One look: a box to answer, the program's end.
   void Look();
@@ -71,7 +74,13 @@ class ProgramWatch {
   void TakeBox(HWND box);
   void Reply(HWND box, const std::optional<std::string>& answer);
 
+  // Handles the client's messages for at most ms; returns early when a
+  // window of another process is made or the program's process ends.
+  void WaitFor(ULONGLONG ms);
+
   std::string program_;
+  HWINEVENTHOOK hook_ = nullptr;
+  bool pending_ = false;  // a box seen that is not complete yet
   bool program_seen_ = false;
   bool gone_ = false;
   HANDLE process_ = nullptr;
