@@ -10,6 +10,8 @@ namespace v2 {
 namespace {
 
 constexpr const char* kWelcomePrefix = "Welcome, ";
+// Room for the titles of the client's windows, read at one go.
+constexpr int kCaptionGuess = 256;
 
 void SendKeyPair(Platform& p, Hwnd h, WParam key) {
   p.windows.SendMessageA(h, kWmKeyDown, key, 0);
@@ -61,6 +63,12 @@ bool HoldForHost(Platform& p, const std::function<bool()>& pass,
 
 std::string GetCaption(Platform& p, Hwnd h) {
   if (h == 0) return {};
+  // A title of another program's window is a question to the system for
+  // each call: most fit a buffer at once, and only one that fills it is
+  // read again after its length.
+  char first[kCaptionGuess] = {};
+  const int once = p.windows.GetWindowTextA(h, first, kCaptionGuess);
+  if (once < kCaptionGuess - 1) return std::string(first, std::max(once, 0));
   int n = p.windows.GetWindowTextLengthA(h);
   if (n <= 0) return {};
   std::string buffer(static_cast<std::size_t>(n) + 1, '\0');
