@@ -87,9 +87,10 @@ class WindowServices {
     (void)changed;
     return false;
   }
-  // Calls made whenever a window is created, by any program: the one change
-  // that every platform tells of, also of another process's windows. False
-  // where the platform cannot tell.
+  // Calls made whenever a window is created, by any program but the
+  // program's own thread (whose windows are never waited for): the one
+  // change that every platform tells of, also of another process's
+  // windows. False where the platform cannot tell.
   virtual bool WatchCreations(std::function<void()> made) {
     (void)made;
     return false;

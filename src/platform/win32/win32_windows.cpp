@@ -30,8 +30,11 @@ Win32Windows::~Win32Windows() {
 bool Win32Windows::WatchCreations(std::function<void()> made) {
   if (!hook_) {
     if (hooked) return false;  // another instance has the hook
+    // The program's own windows (all of its one thread's) are never what
+    // it waits for, and would only wake it.
     hook_ = SetWinEventHook(EVENT_OBJECT_CREATE, EVENT_OBJECT_CREATE, nullptr,
-                            OnWinEvent, 0, 0, WINEVENT_OUTOFCONTEXT);
+                            OnWinEvent, 0, 0,
+                            WINEVENT_OUTOFCONTEXT | WINEVENT_SKIPOWNTHREAD);
     if (!hook_) return false;
     hooked = this;
   }
