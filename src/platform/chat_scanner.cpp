@@ -75,7 +75,10 @@ void ChatScanner::ScanOn() {
   Hwnd t = Find(platform_.clock().NowMs());
   if (!t) return;
   // A client that does not answer now is taken up by the next look.
-  if (auto stamp = platform_.windows.TextLengthW(t)) Rebase(t, *stamp);
+  if (auto stamp = platform_.windows.TextLengthW(t)) {
+    look_stamp_ = *stamp;
+    Rebase(t, *stamp);
+  }
 }
 
 void ChatScanner::ScanOff() {
@@ -103,7 +106,15 @@ std::optional<std::string> ChatScanner::Read(Hwnd transcript, int from,
 }
 
 bool ChatScanner::ReadWhole(Hwnd transcript) {
-  whole_ = ReadText(platform_.windows, transcript);
+  // One read, as long as the stamp says with room to spare (a double-byte
+  // text is longer than its stamp); one that fills it may be cut short, and
+  // the text is read again after its length.
+  const int room = static_cast<int>(
+      std::min<LResult>(2 * std::max<LResult>(look_stamp_, 0) + 64, 1 << 24));
+  whole_ = ReadTextHead(platform_.windows, transcript, room);
+  if (*whole_ && static_cast<int>((*whole_)->size()) >= room) {
+    whole_ = ReadText(platform_.windows, transcript);
+  }
   if (!*whole_) return false;
   ranges_ = false;
   head_ = (*whole_)->substr(0, kAnchorChars);
@@ -112,7 +123,10 @@ bool ChatScanner::ReadWhole(Hwnd transcript) {
 
 bool ChatScanner::Rebase(Hwnd transcript, LResult stamp,
                          std::optional<int> length) {
-  if (transcript != room_) ranges_ = true;
+  if (transcript != room_) {
+    ranges_ = true;
+    trims_ = false;
+  }
   // The length as the stamp gives it, until a whole read tells better.
   int n = length.value_or(static_cast<int>(stamp));
   auto anchor = Read(transcript, std::max(0, n - kAnchorChars), n);
@@ -176,6 +190,7 @@ void ChatScanner::Look() {
   // leaves everything as it was for the next look.
   auto stamp = platform_.windows.TextLengthW(t);
   if (!stamp) return;
+  look_stamp_ = *stamp;
   if (t == room_ && *stamp == 0 && !platform_.windows.IsWindow(t)) {
     // The room closed, or the client went: whatever room there is now.
     t = Find(now);
@@ -185,6 +200,7 @@ void ChatScanner::Look() {
     }
     stamp = platform_.windows.TextLengthW(t);
     if (!stamp) return;
+    look_stamp_ = *stamp;
   }
   if (t != room_) {
     Rebase(t, *stamp);  // another room: what was said there before is not news
@@ -192,9 +208,10 @@ void ChatScanner::Look() {
   }
   if (*stamp == 0 && stamp_ == 0 && seen_ == 0) return;  // still empty
   if (*stamp == stamp_ && !ranges_) {
-    // The same length: nothing came, unless a trim at the top took away
-    // exactly as much; that changes the first characters, looked at now
-    // and then.
+    // The same length: nothing came to a text that only grows. Where the
+    // client trims at the top, a trim can take away exactly as much as
+    // came; that changes the first characters, compared now and then.
+    if (!trims_) return;
     if (now - checked_at_ < kCheckEveryMs && now >= checked_at_) return;
     auto head = ReadTextHead(platform_.windows, t, kAnchorChars);
     if (!head) return;
@@ -231,6 +248,7 @@ bool ChatScanner::LookAt(Hwnd t, int n) {
       start = seen_;
     }
   }
+  if (start < 0) trims_ = true;
   if (start < 0 && a > 0) {
     // Trimmed at the top: the anchor moved left. Search backwards in growing
     // windows for its last occurrence that does not reach past seen_.

@@ -54,17 +54,19 @@ class ChatScanner {
   // events. The loop calls this by itself while scanning.
   void Look();
 
-  // Under real time the room is looked at this often at most (and earlier
-  // when the loop is awake anyway): the longest a line waits to be seen.
-  static constexpr int kLookIntervalMs = 500;
+  // Under real time the room is looked at about this often (a little
+  // earlier or later where that shares a wake of the loop's timers): about
+  // the longest a line waits to be seen.
+  static constexpr int kLookIntervalMs = 1000;
   // How long a room found stays the one watched without looking for it
   // again, where the platform does not tell of windows made, and where it
   // does (a new room is then found at once).
   static constexpr int kFindEveryMs = 1000;
   static constexpr int kFindEveryToldMs = 30000;
-  // How often a quiet transcript without ranges has its first characters
-  // compared with the last whole read.
-  static constexpr int kCheckEveryMs = 30000;
+  // How often a quiet transcript without ranges, of a client seen to trim
+  // it, has its first characters compared with the last whole read: the
+  // longest a line can wait that came with a trim of its very length.
+  static constexpr int kCheckEveryMs = 2000;
 
  private:
   // What the platform told, shared with its calls, which may outlive this.
@@ -105,9 +107,11 @@ class ChatScanner {
   bool none_ = false;            // the last find found no room
   std::int64_t found_at_ = 0;    // when the finder last ran
   std::int64_t checked_at_ = 0;  // when the text itself was last read
-  int seen_ = 0;        // transcript length up to the last delivered line
-  std::string anchor_;  // the text just before seen_
-  bool ranges_ = true;  // whether the transcript hands out ranges
+  int seen_ = 0;            // transcript length up to the last delivered line
+  std::string anchor_;      // the text just before seen_
+  bool ranges_ = true;      // whether the transcript hands out ranges
+  bool trims_ = false;      // whether its client was seen to trim it at the top
+  LResult look_stamp_ = 0;  // the stamp read by the look under way
   // The whole text, read in this look (nullopt inside: it did not answer).
   std::optional<std::optional<std::string>> whole_;
   std::string head_;  // the first characters, as the last whole read saw them
