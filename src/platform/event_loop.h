@@ -55,9 +55,10 @@ class EventLoop {
 
   // Something that watches another program by looking at it now and then (the
   // chat scanner). Under real time it looks every interval_ms, moved by at
-  // most half of that to share the loop's wakes with the timers: earlier,
-  // when the loop is awake anyway, or later, when a timer is due soon after;
-  // under virtual time it looks whenever the loop would otherwise wait.
+  // most a quarter of that to share the loop's wakes with the timers:
+  // earlier, when the loop is awake anyway, or later, when a timer is due
+  // soon after; under virtual time it looks whenever the loop would
+  // otherwise wait.
   virtual WatcherId AddWatcher(std::function<void()> look, int interval_ms) = 0;
   // A watcher that knows its looks would find nothing until something tells
   // it otherwise sleeps: it does not look, and the loop does not wake for it,

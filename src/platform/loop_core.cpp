@@ -75,7 +75,7 @@ void LoopCore::Post(std::function<void()> event) {
 WatcherId LoopCore::AddWatcher(std::function<void()> look, int interval_ms,
                                std::int64_t now) {
   const int interval = std::max(interval_ms, 1);
-  watchers_.push_back({std::move(look), interval, now + interval, now});
+  watchers_.push_back({std::move(look), interval, now + interval});
   return static_cast<WatcherId>(watchers_.size() - 1);
 }
 
@@ -133,11 +133,10 @@ bool LoopCore::RunWatchers(std::int64_t now, bool all) {
   for (std::size_t i = 0; i < watchers_.size(); ++i) {
     Watcher& w = watchers_[i];
     if (w.asleep) continue;
-    // Awake anyway: a look that is half due comes now and spares the loop
-    // a wake of its own later.
-    if (!all && w.due > now && now - w.last < w.interval / 2) continue;
+    // Awake anyway: a look due within a quarter interval comes now and
+    // spares the loop a wake of its own a moment later.
+    if (!all && w.due - now > w.interval / 4) continue;
     w.due = now + w.interval;
-    w.last = now;
     auto look = w.look;  // the look may add watchers
     look();
   }
@@ -164,7 +163,7 @@ std::int64_t LoopCore::NextDue(bool with_watchers, bool outside_only) const {
     if (w.asleep) continue;
     // A timer due soon after the look: the look waits for that wake (it
     // is overdue then), and from there on the two share their wakes.
-    const bool share = timer >= w.due && timer - w.due <= w.interval / 2;
+    const bool share = timer >= w.due && timer - w.due <= w.interval / 4;
     next = std::min(next, share ? timer : w.due);
   }
   return next;

@@ -43,8 +43,8 @@ class LoopCore {
   // Fires every enabled timer due at now that is not already running (only
   // the outside world's, if asked).
   bool FireDueTimers(std::int64_t now, bool outside_only = false);
-  // Runs the watchers that are awake and due at now, or half an interval
-  // past their last look (all that are awake when all is set); true when
+  // Runs the watchers that are awake and due at now, or within a quarter
+  // interval of it (all that are awake when all is set); true when
   // they posted anything.
   bool RunWatchers(std::int64_t now, bool all);
 
@@ -73,7 +73,6 @@ class LoopCore {
     std::function<void()> look;
     int interval;
     std::int64_t due;
-    std::int64_t last;  // when it last looked
     bool asleep = false;
   };
 
