@@ -65,6 +65,8 @@ class EventLoop {
   // until WakeWatcher, which also has it look at the next pass.
   virtual void SleepWatcher(WatcherId id) = 0;
   virtual void WakeWatcher(WatcherId id) = 0;
+  // How often it looks from now on: a shorter interval counts from now.
+  virtual void SetWatcherInterval(WatcherId id, int interval_ms) = 0;
 
   // One pass: every event and due timer waiting now is handled.
   virtual void PumpEvents() = 0;

@@ -92,6 +92,14 @@ void LoopCore::WakeWatcher(WatcherId id, std::int64_t now) {
   w.due = now;
 }
 
+void LoopCore::SetWatcherInterval(WatcherId id, int interval_ms,
+                                  std::int64_t now) {
+  if (id < 0 || static_cast<std::size_t>(id) >= watchers_.size()) return;
+  Watcher& w = watchers_[static_cast<std::size_t>(id)];
+  w.interval = std::max(interval_ms, 1);
+  w.due = std::min(w.due, now + w.interval);
+}
+
 bool LoopCore::RunPosted() {
   // Only what was waiting when the pass began; a handler that pumps again
   // takes its share from the same queue.

@@ -33,6 +33,7 @@ class LoopCore {
                        std::int64_t now);
   void SleepWatcher(WatcherId id);
   void WakeWatcher(WatcherId id, std::int64_t now);
+  void SetWatcherInterval(WatcherId id, int interval_ms, std::int64_t now);
 
   // The program's process has ended: its timers never fire again, and its
   // posted events and watchers are gone. Other programs' timers go on.

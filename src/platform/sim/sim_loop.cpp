@@ -119,6 +119,10 @@ void SimLoop::WakeWatcher(WatcherId id) {
   core_.WakeWatcher(id, clock_.NowMs());
 }
 
+void SimLoop::SetWatcherInterval(WatcherId id, int interval_ms) {
+  core_.SetWatcherInterval(id, interval_ms, clock_.NowMs());
+}
+
 TimerId SimLoop::CreateForeignTimer(std::function<void()> tick) {
   return core_.CreateTimer(std::move(tick), LoopCore::Owner::kOther);
 }

@@ -55,6 +55,7 @@ class SimLoop : public EventLoop {
   WatcherId AddWatcher(std::function<void()> look, int interval_ms) override;
   void SleepWatcher(WatcherId id) override;
   void WakeWatcher(WatcherId id) override;
+  void SetWatcherInterval(WatcherId id, int interval_ms) override;
   void PumpEvents() override;
   void WaitUntil(std::int64_t deadline_ms) override;
   void Hold(std::int64_t ms) override;

@@ -66,6 +66,10 @@ void Win32Loop::WakeWatcher(WatcherId id) {
   core_.WakeWatcher(id, clock_.NowMs());
 }
 
+void Win32Loop::SetWatcherInterval(WatcherId id, int interval_ms) {
+  core_.SetWatcherInterval(id, interval_ms, clock_.NowMs());
+}
+
 void Win32Loop::Drain(unsigned first, unsigned last) {
   MSG msg;
   while (!quitting_ && PeekMessageA(&msg, nullptr, first, last, PM_REMOVE)) {

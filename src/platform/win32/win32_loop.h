@@ -31,6 +31,7 @@ class Win32Loop : public EventLoop {
   WatcherId AddWatcher(std::function<void()> look, int interval_ms) override;
   void SleepWatcher(WatcherId id) override;
   void WakeWatcher(WatcherId id) override;
+  void SetWatcherInterval(WatcherId id, int interval_ms) override;
   void PumpEvents() override;
   // The same, leaving the keyboard's and the mouse's messages in the queue:
   // while a popup menu is open its own loop must see them.
