@@ -164,6 +164,13 @@ Hwnd ChatScanner::Find(std::int64_t now) {
   return finder_();
 }
 
+void ChatScanner::Busy(std::int64_t now) {
+  busy_until_ = now + kBusyForMs;
+  if (busy_) return;
+  busy_ = true;
+  platform_.loop.SetWatcherInterval(told_->watcher, kBusyLookIntervalMs);
+}
+
 void ChatScanner::Idle() {
   room_ = 0;
   none_ = true;
@@ -174,6 +181,10 @@ void ChatScanner::Idle() {
 void ChatScanner::Look() {
   whole_.reset();
   const std::int64_t now = platform_.clock().NowMs();
+  if (busy_ && (now >= busy_until_ || now < busy_until_ - kBusyForMs)) {
+    busy_ = false;  // the room went quiet again
+    platform_.loop.SetWatcherInterval(told_->watcher, kLookIntervalMs);
+  }
   Hwnd t = room_;
   if (MustFind(now)) {
     if (room_ == 0 && none_ && told_made_ && told_->made == made_seen_) {
@@ -220,9 +231,11 @@ void ChatScanner::Look() {
       return;
     }
   }
+  const int before = seen_;
   if (ReadNews(t, *stamp)) {
     stamp_ = *stamp;
     checked_at_ = now;
+    if (seen_ != before) Busy(now);
   }
 }
 

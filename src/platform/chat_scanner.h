@@ -58,6 +58,10 @@ class ChatScanner {
   // earlier or later where that shares a wake of the loop's timers): about
   // the longest a line waits to be seen.
   static constexpr int kLookIntervalMs = 1000;
+  // After a line came, for a while, this often: the answer to a line, and
+  // the next line of a conversation, are seen about as soon as they come.
+  static constexpr int kBusyLookIntervalMs = 250;
+  static constexpr int kBusyForMs = 5000;
   // How long a room found stays the one watched without looking for it
   // again, where the platform does not tell of windows made, and where it
   // does (a new room is then found at once).
@@ -78,6 +82,8 @@ class ChatScanner {
   void Watch();
   bool MustFind(std::int64_t now) const;
   Hwnd Find(std::int64_t now);
+  // A line came: the looks come quicker for a while.
+  void Busy(std::int64_t now);
   // No room: where windows made are told, nothing to look at until one is.
   void Idle();
   // Starts afresh at the end of the text: of length where known, else of
@@ -107,6 +113,8 @@ class ChatScanner {
   bool none_ = false;            // the last find found no room
   std::int64_t found_at_ = 0;    // when the finder last ran
   std::int64_t checked_at_ = 0;  // when the text itself was last read
+  bool busy_ = false;            // looking quicker, after a line came
+  std::int64_t busy_until_ = 0;
   int seen_ = 0;            // transcript length up to the last delivered line
   std::string anchor_;      // the text just before seen_
   bool ranges_ = true;      // whether the transcript hands out ranges
