@@ -47,17 +47,28 @@ void ScriptPlayer::Queue(const ScriptCommand& c) {
 
 void ScriptPlayer::Settle() {
   const ULONGLONG start = aolsim::Win32WindowHost::MonotonicMs();
+  ULONGLONG seen_at = 0;  // when the program first read the room since
   for (;;) {
     watch_.PumpFor(kLookEveryMs);
     if (watch_.gone()) return;
     ULONGLONG now = aolsim::Win32WindowHost::MonotonicMs();
-    ULONGLONG quiet_since = std::max<ULONGLONG>(
-        {start, host_.last_action_ms(), watch_.last_answer_ms()});
     // Quiet, and not because it is stuck in the middle of something (on a
     // busy machine a device can take longer to open than the quiet time),
-    // nor because it has not looked at the room since its last line.
+    // nor because it has not looked at the room since its last line. Until
+    // it does something after that line, the quiet counts from its look:
+    // it looks now and then, and what it does about the line comes after.
     const bool seen = !watch_.Up() || !client_.transcript() ||
                       host_.last_read_ms(client_.transcript()) >= line_ms_;
+    if (!seen) {
+      seen_at = 0;
+    } else if (seen_at == 0) {
+      seen_at = now;
+    }
+    ULONGLONG quiet_since = std::max<ULONGLONG>(
+        {start, host_.last_action_ms(), watch_.last_answer_ms()});
+    if (host_.last_action_ms() < line_ms_) {
+      quiet_since = std::max(quiet_since, seen_at);
+    }
     if (now - quiet_since >= static_cast<ULONGLONG>(settle_ms_) && seen &&
         watch_.Answering()) {
       return;
