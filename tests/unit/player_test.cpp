@@ -1,11 +1,8 @@
 // The player's media contract in the simulator (its control and its MP3
 // reader) and the number forms of its replies, halves included.
 #include <gtest/gtest.h>
-#include <unistd.h>
 
-#include <filesystem>
 #include <fstream>
-#include <sstream>
 
 #include "app/track_file.h"
 #include "platform/sim/mp3_reader.h"
@@ -13,45 +10,30 @@
 #include "platform/sim/sim_stores.h"
 #include "player/play_modes.h"
 #include "player/player_commands.h"
+#include "tests/unit/temp_files.h"
 #include "tests/unit/world.h"
 
 namespace v2 {
 namespace {
 
-namespace fs = std::filesystem;
+using testing::ReadAll;
 
-struct TempDir {
-  TempDir()
-      : path(fs::temp_directory_path() /
-             ("v2-player-" + std::to_string(getpid()) + "-" +
-              std::to_string(counter++))) {
-    fs::create_directories(path);
-  }
-  ~TempDir() { fs::remove_all(path); }
-  std::string Track(const std::string& name, double seconds) const {
-    std::string error;
-    std::string file = (path / name).string();
-    EXPECT_TRUE(WriteTrack(file, seconds, {}, error)) << error;
-    return file;
-  }
-  static inline int counter = 0;
-  fs::path path;
-};
-
-std::string ReadAll(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::ostringstream out;
-  out << in.rdbuf();
-  return out.str();
+// A track of the given length in dir.
+std::string Track(const testing::TempDir& dir, const std::string& name,
+                  double seconds) {
+  std::string error;
+  const std::string file = dir.File(name);
+  EXPECT_TRUE(WriteTrack(file, seconds, {}, error)) << error;
+  return file;
 }
 
 TEST(Mp3Reader, ATrackLastsWhatItWasMadeToLastAndJunkLastsNothing) {
-  TempDir dir;
+  testing::TempDir dir;
   for (double seconds : {59.5, 205.4, 3.0, 0.04}) {
-    EXPECT_DOUBLE_EQ(sim::Mp3DurationOfFile(dir.Track("t.mp3", seconds)),
+    EXPECT_DOUBLE_EQ(sim::Mp3DurationOfFile(Track(dir, "t.mp3", seconds)),
                      seconds);
   }
-  const std::string bytes = ReadAll(dir.Track("t.mp3", 10));
+  const std::string bytes = ReadAll(Track(dir, "t.mp3", 10));
   // Cut in half, it holds the frames that are left (a reader that trusted
   // the LAME tag would say 10).
   double half = sim::Mp3Duration(bytes.substr(0, bytes.size() / 2));
@@ -65,7 +47,7 @@ TEST(Mp3Reader, ATrackLastsWhatItWasMadeToLastAndJunkLastsNothing) {
 
 // The control's promises, in virtual time.
 TEST(SimMedia, PlaysByItselfAndStandsAtExactlyItsEndUntilACallMovesIt) {
-  TempDir dir;
+  testing::TempDir dir;
   testing::World world;
   sim::SimFileSystem files(".");
   sim::SimMedia media(world.loop.clock(), files);
@@ -80,7 +62,7 @@ TEST(SimMedia, PlaysByItselfAndStandsAtExactlyItsEndUntilACallMovesIt) {
   EXPECT_EQ(media.NextChangeMs(), kNeverMs);
   EXPECT_EQ(media.Describe(), "closed ");
 
-  media.Open(dir.Track("a.mp3", 2.5));
+  media.Open(Track(dir, "a.mp3", 2.5));
   EXPECT_EQ(media.Describe(), "playing a.mp3");
   EXPECT_EQ(media.CurrentPosition(), 0.0);
   EXPECT_EQ(media.NextChangeMs(), 2500);
