@@ -63,27 +63,11 @@ demo: build
 
 # Formatting first: it takes a second and needs no build. One Linux build
 # serves it all: the sanitizer build runs the tests and the benchmarks'
-# smoke run, and makes the Wine tier's tracks. The Wine tier spends most of
-# its time waiting on real time, so it runs beside the Linux build and
-# tests (its output comes after theirs); the Wine scripts are made to pass
-# on a busy machine.
-test: deps format-check layers-check win asan-configure
-	$(CMAKE) --build $(ASAN_DIR) -j $(JOBS) --target make-track
-	@V2_BUILD_DIR=$(ASAN_DIR) tests/wine/run-tests >$(ASAN_DIR)/wine-test.log \
-	  2>&1 & wine=$$!; \
-	  $(MAKE) --no-print-directory asan-test bench-smoke; linux=$$?; \
-	  wait $$wine; wine_status=$$?; \
-	  echo "tests/wine/run-tests"; cat $(ASAN_DIR)/wine-test.log; \
-	  [ $$linux -eq 0 ] && [ $$wine_status -eq 0 ]
-	$(MAKE) --no-print-directory imports-check dist-test
+# smoke run, and makes the Wine tier's tracks. The Wine tier runs after the
+# Linux build and tests, not beside them: its scripts run in real time.
+test: deps format-check layers-check asan-test bench-smoke \
+      imports-check wine-test dist-test
 	@echo "make test: all passed"
-
-asan-configure: deps
-	$(CMAKE) -S . -B $(ASAN_DIR) -G Ninja -DCMAKE_BUILD_TYPE=Debug \
-	  -DV2_SANITIZE=ON -DV2_BENCH=$(BENCH)
-
-asan-build: asan-configure
-	$(CMAKE) --build $(ASAN_DIR) -j $(JOBS)
 
 # Unit tests and every scenario script, under the address and undefined
 # behaviour sanitizers. The timeout only keeps a hung test from hanging the

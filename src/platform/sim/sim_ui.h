@@ -1,6 +1,7 @@
 #pragma once
 // The program's own windows in the simulator: a form is a hidden window of
-// the window tree with its place and outline; its controls stay plain values.
+// the window tree with its place and outline; its controls stay plain
+// values, with the handlers the member's clicks and keys go through.
 #include <deque>
 #include <functional>
 #include <map>
