@@ -139,8 +139,9 @@ TEST(AolHostMenus, PopupsMenuBarAndBoxesThroughRealMenus) {
   EXPECT_EQ(client.Events(5).back(), "[client menu] Sign Off");
   EXPECT_EQ(client.Events(6).back(), "[signed off]");
   EXPECT_EQ(FindWelcome(p), 0u);
-  first = w.FindWindowExA(FindMdiClient(p), 0, "AOL Child", nullptr);
-  EXPECT_EQ(GetCaption(p, first), "Sign On");
+  EXPECT_EQ(
+      GetCaption(p, w.FindWindowExA(FindMdiClient(p), 0, "AOL Child", nullptr)),
+      "Sign On");
 }
 
 }  // namespace
