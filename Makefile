@@ -69,6 +69,13 @@ test: deps format-check layers-check asan-test bench-smoke \
       imports-check wine-test dist-test
 	@echo "make test: all passed"
 
+asan-configure: deps
+	$(CMAKE) -S . -B $(ASAN_DIR) -G Ninja -DCMAKE_BUILD_TYPE=Debug \
+	  -DV2_SANITIZE=ON -DV2_BENCH=$(BENCH)
+
+asan-build: asan-configure
+	$(CMAKE) --build $(ASAN_DIR) -j $(JOBS)
+
 # Unit tests and every scenario script, under the address and undefined
 # behaviour sanitizers. The timeout only keeps a hung test from hanging the
 # run; no test measures time.
