@@ -181,7 +181,7 @@ Runner::Outcome Runner::Store(const ScriptCommand& command) {
   // What an earlier run left: only while no program runs.
   if (state_ == State::kRunning) return Outcome::kNotUnderstood;
   if (command.object == "store") {
-    user_store_.SaveSetting(kSettingsApp, kSettingsSection, command.text,
+    user_store_.SaveSetting(kStoreApp, kStoreSection, command.text,
                             command.value);
   } else {
     Platform files_only{windows_, loop_, nullptr, &profile_, &files_};
