@@ -44,7 +44,7 @@ FORMAT_FILES  = $(sort $(shell find $(wildcard $(FORMAT_DIRS)) -type f \
 # The steps depend on each other's results; keep them in order under make -j.
 .NOTPARALLEL:
 .DEFAULT_GOAL := build
-.PHONY: deps build demo test asan-test bench-smoke win imports-check \
+.PHONY: deps build demo test asan-configure asan-build asan-test bench-smoke win imports-check \
         layers-check wine-test dist dist-test format \
         format-check clean
 
@@ -61,29 +61,37 @@ build: deps
 demo: build
 	$(BUILD_DIR)/vantrel2-sim $(ARGS)
 
-# Formatting first: it takes a second and needs no build.
-test: deps format-check layers-check build asan-test bench-smoke \
+# Formatting first: it takes a second and needs no build. One Linux build
+# serves it all: the sanitizer build runs the tests and the benchmarks'
+# smoke run, and makes the Wine tier's tracks. The Wine tier runs after the
+# Linux build and tests, not beside them: its scripts run in real time.
+test: deps format-check layers-check asan-test bench-smoke \
       imports-check wine-test dist-test
 	@echo "make test: all passed"
+
+asan-configure: deps
+	$(CMAKE) -S . -B $(ASAN_DIR) -G Ninja -DCMAKE_BUILD_TYPE=Debug \
+	  -DV2_SANITIZE=ON -DV2_BENCH=$(BENCH)
+
+asan-build: asan-configure
+	$(CMAKE) --build $(ASAN_DIR) -j $(JOBS)
 
 # Unit tests and every scenario script, under the address and undefined
 # behaviour sanitizers. The timeout only keeps a hung test from hanging the
 # run; no test measures time.
-asan-test: deps
-	$(CMAKE) -S . -B $(ASAN_DIR) -G Ninja -DCMAKE_BUILD_TYPE=Debug \
-	  -DV2_SANITIZE=ON -DV2_BENCH=OFF
-	$(CMAKE) --build $(ASAN_DIR) -j $(JOBS)
+asan-test: asan-build
 	ASAN_OPTIONS=detect_stack_use_after_return=1:strict_string_checks=1 \
 	UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
 	  $(CTEST) --test-dir $(ASAN_DIR) --output-on-failure -j $(JOBS) \
 	  --timeout 120
 
 # A short run, to see that every benchmark still runs; the numbers mean
-# little at this length.
-bench-smoke: build
-	@if [ -x $(BUILD_DIR)/bench/benchmarks ]; then \
-	  echo "$(BUILD_DIR)/bench/benchmarks --benchmark_min_time=0.01"; \
-	  $(BUILD_DIR)/bench/benchmarks --benchmark_min_time=0.01; \
+# little at this length. It runs them in the sanitizer build, which the
+# tests have built already.
+bench-smoke: asan-build
+	@if [ -x $(ASAN_DIR)/bench/benchmarks ]; then \
+	  echo "$(ASAN_DIR)/bench/benchmarks --benchmark_min_time=0.01"; \
+	  $(ASAN_DIR)/bench/benchmarks --benchmark_min_time=0.01; \
 	else \
 	  echo "bench-smoke: no benchmarks built, nothing to run"; \
 	fi
@@ -109,8 +117,9 @@ imports-check: win
 	tests/imports/run $(WIN_DIR) $(WIN32_DIR)
 
 # Real windows, real messages, real time: each script runs for some seconds.
-wine-test: build win
-	tests/wine/run-tests
+# The Linux build that makes the tracks is the sanitizer build.
+wine-test: asan-build win
+	V2_BUILD_DIR=$(ASAN_DIR) tests/wine/run-tests
 
 # What a member downloads, made from the stripped programs whatever
 # WIN_SYMBOLS says (tools/make-dist tells what is in it).

@@ -64,6 +64,11 @@ bool ActingMessage(UINT msg) {
   }
 }
 
+// EM_GETTEXTRANGE is WM_USER + 75.
+bool ReadingMessage(UINT msg) {
+  return msg == WM_GETTEXT || msg == WM_GETTEXTLENGTH || msg == WM_USER + 75;
+}
+
 void RegisterOnce(const std::string& cls) {
   static std::set<std::string> done;
   if (!done.insert(cls).second) return;
@@ -191,13 +196,11 @@ LRESULT CALLBACK HostAccess::Proc(HWND hwnd, UINT msg, WPARAM w, LPARAM l) {
   Hwnd h = FromHwnd(hwnd);
   Win32WindowHost::Window* win = self ? self->Find(h) : nullptr;
   if (!win) return DefWindowProcA(hwnd, msg, w, l);
-  if (ActingMessage(msg) && self->internal_ == 0) {
-    self->last_action_ms_ = Win32WindowHost::MonotonicMs();
-  }
-  if ((msg == WM_GETTEXT || msg == WM_GETTEXTLENGTH ||
-       msg == WM_USER + 75 /* EM_GETTEXTRANGE */) &&
-      self->internal_ == 0) {
-    self->last_read_ms_[h] = Win32WindowHost::MonotonicMs();
+  if (self->internal_ == 0) {
+    if (ActingMessage(msg))
+      self->last_action_ms_ = Win32WindowHost::MonotonicMs();
+    if (ReadingMessage(msg))
+      self->last_read_ms_[h] = Win32WindowHost::MonotonicMs();
   }
   if (win->handler) {
     auto handler = win->handler;  // it may destroy its own window
@@ -368,35 +371,6 @@ void Win32WindowHost::After(int ms, std::function<void()> work) {
   UINT_PTR id = SetTimer(nullptr, 0, static_cast<UINT>(std::max(ms, 1)),
                          &HostAccess::TimerProc);
   if (id) timers_[id] = std::move(work);
-}
-
-void Win32WindowHost::Hang(int ms) {
-  if (ms > 0) Sleep(static_cast<DWORD>(ms));
-}
-
-std::uint64_t Win32WindowHost::MonotonicMs() {
-  LARGE_INTEGER frequency, now;
-  QueryPerformanceFrequency(&frequency);
-  QueryPerformanceCounter(&now);
-  // Whole seconds and the rest apart, so that nothing overflows.
-  const auto f = static_cast<std::uint64_t>(frequency.QuadPart);
-  const auto n = static_cast<std::uint64_t>(now.QuadPart);
-  return n / f * 1000 + n % f * 1000 / f;
-}
-
-void Win32WindowHost::PumpFor(int ms) {
-  const ULONGLONG deadline = MonotonicMs() + static_cast<ULONGLONG>(ms);
-  for (;;) {
-    MSG msg;
-    while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) {
-      TranslateMessage(&msg);
-      DispatchMessageA(&msg);
-    }
-    ULONGLONG now = MonotonicMs();
-    if (now >= deadline) return;
-    MsgWaitForMultipleObjectsEx(0, nullptr, static_cast<DWORD>(deadline - now),
-                                QS_ALLINPUT, MWMO_INPUTAVAILABLE);
-  }
 }
 
 }  // namespace v2::aolsim

@@ -41,6 +41,12 @@ struct RunnerOptions {
   bool end_process = true;
 };
 
+// The per-user store as every run of the program keeps it on a member's
+// machine (Visual Basic's settings of "vantrel2", section "settings"): the
+// runner reads and writes it by these names, not by the program's own.
+inline constexpr const char* kStoreApp = "vantrel2";
+inline constexpr const char* kStoreSection = "settings";
+
 // Parses the command line; false (with a message in error) when it is wrong.
 bool ParseRunnerArgs(int argc, const char* const* argv, RunnerOptions& options,
                      std::string& error);

@@ -181,7 +181,7 @@ Runner::Outcome Runner::Store(const ScriptCommand& command) {
   // What an earlier run left: only while no program runs.
   if (state_ == State::kRunning) return Outcome::kNotUnderstood;
   if (command.object == "store") {
-    user_store_.SaveSetting(kSettingsApp, kSettingsSection, command.text,
+    user_store_.SaveSetting(kStoreApp, kStoreSection, command.text,
                             command.value);
   } else {
     Platform files_only{windows_, loop_, nullptr, &profile_, &files_};
@@ -238,18 +238,18 @@ void Runner::PlayOnProgram(const ScriptCommand& command) {
   EnsureForm3(program());
   if (command.object == "reasons add") {
     program().form3.Text1.Text.Set(command.text);
-    Form3_Text1_KeyPress(program(), 13);
+    process_->ui.KeyPress(program().form3.Text1, 13);
   } else if (command.object == "reasons edit") {
     // A double click on entry N selects it first; below the last entry it
     // lands on nothing.
     int n = std::stoi(command.text);
     program().form3.List1.ListIndex =
         n < program().form3.List1.ListCount() ? n : -1;
-    Form3_List1_DblClick(program());
+    process_->ui.DoubleClick(program().form3.List1);
   } else if (command.object == "reasons save") {
-    Form3_Label1_Click(program());
+    process_->ui.Click(program().form3.Label1);
   } else if (command.object == "reasons cancel") {
-    Form3_Label2_Click(program());
+    process_->ui.Click(program().form3.Label2);
   }
 }
 
@@ -273,11 +273,11 @@ void Runner::PlayOnForm4(const ScriptCommand& command) {
       box->Text.Set(now + key);
     }
   } else if (command.object == "custom save") {
-    Form4_Label8_Click(program());
+    process_->ui.Click(program().form4.Label8);
   } else if (command.object == "custom test") {
-    Form4_Label9_Click(program());
+    process_->ui.Click(program().form4.Label9);
   } else if (command.object == "custom cancel") {
-    Form4_Label10_Click(program());
+    process_->ui.Click(program().form4.Label10);
   }
 }
 

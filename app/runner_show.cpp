@@ -39,7 +39,7 @@ bool Runner::Show(const std::string& object) {
   }
   if (object.compare(0, 6, "store ") == 0) {
     const std::string key = object.substr(6);
-    const auto stored = user_store_.Find(kSettingsApp, kSettingsSection, key);
+    const auto stored = user_store_.Find(kStoreApp, kStoreSection, key);
     Print("[store " + key + "] " +
           (stored ? "\"" + *stored + "\"" : std::string("none")));
     return true;

@@ -12,9 +12,9 @@
 #include <sstream>
 #include <string>
 
+#include "fuzz/filled_stores.h"
 #include "fuzz/fuzz_check.h"
 #include "idle/idle_tick.h"
-#include "tests/unit/filled_stores.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
                                       std::size_t size) {

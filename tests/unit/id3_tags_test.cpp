@@ -5,14 +5,10 @@
 
 #include <gtest/gtest.h>
 #include <mpg123.h>
-#include <unistd.h>
-
-#include <filesystem>
-#include <fstream>
-#include <sstream>
 
 #include "app/track_file.h"
 #include "platform/text.h"
+#include "tests/unit/temp_files.h"
 
 namespace v2 {
 
@@ -24,32 +20,9 @@ void PrintTo(const TrackTags& t, std::ostream* os) {
 
 namespace {
 
-namespace fs = std::filesystem;
-
-struct TempDir {
-  TempDir()
-      : path(fs::temp_directory_path() / ("v2-id3-" + std::to_string(getpid()) +
-                                          "-" + std::to_string(counter++))) {
-    fs::create_directories(path);
-  }
-  ~TempDir() { fs::remove_all(path); }
-  std::string File(const std::string& name) const {
-    return (path / name).string();
-  }
-  static inline int counter = 0;
-  fs::path path;
-};
-
-std::string ReadAll(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::ostringstream out;
-  out << in.rdbuf();
-  return out.str();
-}
-
-void WriteAll(const std::string& path, const std::string& bytes) {
-  std::ofstream(path, std::ios::binary) << bytes;
-}
+using testing::ReadAll;
+using testing::TempDir;
+using testing::WriteAll;
 
 // What libmpg123 reads: the v2 fields it has, else the v1 ones.
 TrackTags Mpg123Tags(const std::string& path) {

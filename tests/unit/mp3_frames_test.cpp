@@ -13,18 +13,12 @@
 
 #include "app/track_file.h"
 #include "platform/sim/mp3_reader.h"
+#include "tests/unit/temp_files.h"
 
 namespace v2 {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string ReadAll(const fs::path& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::ostringstream out;
-  out << in.rdbuf();
-  return out.str();
-}
 
 TrackTagging Kind(bool lame_tag, std::vector<TrackTagging::Trailer> trailers,
                   bool id3v1) {
@@ -59,7 +53,7 @@ TEST(Mp3Frames, CountsWhatLibmpg123CountsOnFilesOfEveryKind) {
         std::string error;
         ASSERT_TRUE(WriteTrack(file.string(), seconds, kind, error, format))
             << error;
-        const std::string bytes = ReadAll(file);
+        const std::string bytes = testing::ReadAll(file.string());
         // Behind the audio: the trailers in their order, each found back
         // from its end by its own size, then the ID3v1 tag.
         std::size_t end = bytes.size();

@@ -10,6 +10,7 @@
 #include "platform/bmp.h"
 #include "platform/sim/sim_loop.h"
 #include "platform/sim/sim_shaped.h"
+#include "platform/tray_icon.h"
 
 namespace v2 {
 
@@ -301,6 +302,27 @@ TEST(RegionBands, SamePixelsCompareEqualHoweverBuilt) {
   EXPECT_TRUE(
       RegionBands::Combine(hole, RegionBands::FromRect(1, 1, 3, 3), kRgnAnd)
           .empty());
+}
+
+// The tray's picture, which is also the exe's icon: at 16 pixels a "v" of
+// 2 by 2 strokes and a "2" of single ones, orange on dark, the corners cut.
+TEST(TrayIcon, TheVAndTheTwoInOrangeOnDarkWithRoundedCorners) {
+  const std::vector<std::uint32_t> icon = DrawTrayIcon(16);
+  ASSERT_EQ(icon.size(), 256u);
+  auto at = [&](int x, int y) { return icon[y * 16 + x]; };
+  int orange = 0, dark = 0;
+  for (std::uint32_t pixel : icon) {
+    orange += pixel == 0xFFFF8000;
+    dark += pixel == 0xFF1E2430;
+  }
+  EXPECT_EQ(orange, 36 + 11);
+  EXPECT_EQ(at(0, 0), 0u);            // a cut corner lets the task bar through
+  EXPECT_EQ(orange + dark, 256 - 4);  // one pixel off each corner
+  EXPECT_EQ(at(1, 5), 0xFFFF8000u);   // the v's upper left stroke
+  EXPECT_EQ(at(3, 5), 0xFF1E2430u);   // inside the v
+  EXPECT_EQ(at(12, 1), 0xFFFF8000u);  // the 2's upper left
+  EXPECT_EQ(at(12, 2), 0xFF1E2430u);
+  EXPECT_TRUE(DrawTrayIcon(0).empty());
 }
 
 }  // namespace

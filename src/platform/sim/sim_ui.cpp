@@ -113,4 +113,20 @@ void SimUi::EndProgram() {
   if (on_end) on_end();
 }
 
+bool SimUi::Call(const void* control) {
+  auto it = clicks_.find(control);
+  if (it == clicks_.end() || !it->second) return false;
+  auto handler = it->second;  // it may unload the form that holds it
+  handler();
+  return true;
+}
+
+bool SimUi::KeyPress(const TextBox& box, int key) {
+  auto it = keys_.find(&box);
+  if (it == keys_.end() || !it->second) return false;
+  auto handler = it->second;
+  handler(key);
+  return true;
+}
+
 }  // namespace v2::sim

@@ -1,7 +1,10 @@
 #pragma once
 // The program's own windows in the simulator: a form is a hidden window of
-// the window tree with its place and outline; its controls stay plain values.
+// the window tree with its place and outline; its controls stay plain
+// values, with the handlers the member's clicks and keys go through.
 #include <deque>
+#include <functional>
+#include <map>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -17,10 +20,25 @@ class SimUi : public UiToolkit {
   explicit SimUi(SimWindows& windows) : windows_(windows), regions_(windows) {}
   Hwnd CreateForm(const std::string& title, int width_twips,
                   int height_twips) override;
-  void AddListBox(Hwnd, ListBox&, TwipsRect, std::function<void()>) override {}
-  void AddTextBox(Hwnd, TextBox&, TwipsRect,
-                  std::function<void(int)>) override {}
-  void AddLabel(Hwnd, Label&, TwipsRect, std::function<void()>) override {}
+  // The controls keep what they call, so that the member's clicks and keys
+  // reach the program only through a control the program made.
+  void AddListBox(Hwnd, ListBox& list, TwipsRect,
+                  std::function<void()> double_click) override {
+    clicks_[&list] = std::move(double_click);
+  }
+  void AddTextBox(Hwnd, TextBox& box, TwipsRect,
+                  std::function<void(int)> key_press) override {
+    keys_[&box] = std::move(key_press);
+  }
+  void AddLabel(Hwnd, Label& label, TwipsRect,
+                std::function<void()> click) override {
+    clicks_[&label] = std::move(click);
+  }
+  // The member clicks a label, double clicks a list or presses a key in a
+  // field; false when the program never made that control.
+  bool Click(const Label& label) { return Call(&label); }
+  bool DoubleClick(const ListBox& list) { return Call(&list); }
+  bool KeyPress(const TextBox& box, int key);
   void AddLine(Hwnd, const Line&) override {}
   std::unique_ptr<ShapedWindow> Shaped(Hwnd form) override;
   std::unique_ptr<PictureBox> Picture(Hwnd form, const Pixels& picture,
@@ -85,6 +103,9 @@ class SimUi : public UiToolkit {
   void Event(const std::string& text) {
     if (on_event) on_event(text);
   }
+  bool Call(const void* control);
+  std::map<const void*, std::function<void()>> clicks_;
+  std::map<const void*, std::function<void(int)>> keys_;
   // Keeps a box open until it is answered.
   std::optional<std::string> Wait(const std::string& prompt);
   std::deque<Answer> answers_;

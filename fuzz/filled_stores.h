@@ -1,7 +1,7 @@
 #pragma once
-// Both stores of a run filled with whatever text, for the tests and the fuzz
-// target that start the program on them: every key of the per-user store
-// and of settings.dat, each given or left out.
+// Both stores of a run filled with whatever text, for the fuzz target that
+// starts the program on them: every key of the per-user store and of
+// settings.dat, each given or left out.
 #include <unistd.h>
 
 #include <array>
