@@ -15,7 +15,6 @@ namespace v2 {
 namespace {
 
 constexpr int kSettleBoundMs = 10000;
-constexpr int kLookEveryMs = 20;
 // Where the program keeps the per-user store, as GetSetting does.
 constexpr const char* kSettingsKey =
     "Software\\VB and VBA Program Settings\\vantrel2\\settings";
@@ -49,7 +48,7 @@ void ScriptPlayer::Settle() {
   const ULONGLONG start = aolsim::Win32WindowHost::MonotonicMs();
   ULONGLONG seen_at = 0;  // when the program first read the room since
   for (;;) {
-    watch_.PumpFor(kLookEveryMs);
+    watch_.PumpFor(ProgramWatch::kLookEveryMs);
     if (watch_.gone()) return;
     ULONGLONG now = aolsim::Win32WindowHost::MonotonicMs();
     // Quiet, and not because it is stuck in the middle of something (on a

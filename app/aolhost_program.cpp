@@ -11,7 +11,6 @@ namespace {
 
 // A read of the program's box waits at most this long for the program.
 constexpr UINT kReadBoundMs = 2000;
-constexpr int kLookEveryMs = 20;
 // With nothing coming up, a look at the program all the same this often:
 // for what no window made tells (its main window gone with its process
 // still there).
@@ -112,7 +111,7 @@ void ProgramWatch::Close() {
   const ULONGLONG start = Now();
   while (WaitForSingleObject(process_, 0) != WAIT_OBJECT_0 &&
          Now() - start < kCloseBoundMs) {
-    aolsim::Win32WindowHost::PumpFor(kLookEveryMs);
+    aolsim::Win32WindowHost::PumpFor(ProgramWatch::kLookEveryMs);
   }
   Kill();
 }
@@ -129,9 +128,9 @@ void ProgramWatch::PumpFor(int ms) {
     ULONGLONG now = Now();
     if (gone_ || now - start >= static_cast<ULONGLONG>(ms)) return;
     // Without the system's word of windows made, every look is a poll.
-    const ULONGLONG every = pending_ || !hook_
-                                ? static_cast<ULONGLONG>(kLookEveryMs)
-                                : kQuietLookEveryMs;
+    const ULONGLONG every =
+        pending_ || !hook_ ? static_cast<ULONGLONG>(ProgramWatch::kLookEveryMs)
+                           : kQuietLookEveryMs;
     WaitFor(std::min<ULONGLONG>(every, ms - (now - start)));
   }
 }

@@ -16,6 +16,10 @@ namespace v2 {
 
 class ProgramWatch {
  public:
+  // How often aolhost looks at the program while it waits for something
+  // of it, handling the client's messages in between.
+  static constexpr int kLookEveryMs = 20;
+
   // program: the class of the program's main window ("" for none).
   explicit ProgramWatch(std::string program) : program_(std::move(program)) {}
   ~ProgramWatch();

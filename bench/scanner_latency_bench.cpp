@@ -8,8 +8,10 @@
 // silence (the first line of a member's command, as a rule), and a
 // conversation, a line every second or two. Each line comes at a moment
 // drawn at random within a second, so that over a run the lines fall at
-// every phase of the looks:
-//   build/bench/benchmarks --benchmark_filter=Latency --benchmark_min_time=10
+// every phase of the looks. Thirty lines each, in real time (about four
+// minutes, mostly the silences; the smoke run of make test, V2_BENCH_SMOKE
+// set, says one line each):
+//   build/bench/benchmarks --benchmark_filter=Latency
 // The same file built against an older tree gives its figures. The client
 // here lives in the program's process; the time to the look is what a
 // client in another process waits too.
@@ -17,6 +19,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdlib>
 #include <limits>
 #include <random>
 #include <string>
@@ -89,6 +92,7 @@ BENCHMARK(BM_ScannerLatency)
     ->ArgName("silence_ms")
     ->Arg(6000)
     ->Arg(1000)
+    ->Iterations(std::getenv("V2_BENCH_SMOKE") ? 1 : 30)
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
 

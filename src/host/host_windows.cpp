@@ -18,15 +18,14 @@ void SendKeyPair(Platform& p, Hwnd h, WParam key) {
   p.windows.SendMessageA(h, kWmKeyUp, key, 0);
 }
 
-// Whether the client answered: a hung client takes no text.
+}  // namespace
+
 bool SetText(Platform& p, Hwnd h, const std::string& text) {
   return p.windows
       .SendMessageTimeoutA(h, kWmSetText, 0,
                            reinterpret_cast<LParam>(text.c_str()))
       .has_value();
 }
-
-}  // namespace
 
 namespace {
 

@@ -31,6 +31,9 @@ bool HoldForHost(Platform& p, const std::function<bool()>& pass,
 
 std::string GetCaption(Platform& p, Hwnd h);
 std::string GetText(Platform& p, Hwnd h);
+// Puts the text into a window of the client (WM_SETTEXT); false when the
+// client did not answer (hung), so took no text.
+bool SetText(Platform& p, Hwnd h, const std::string& text);
 void PressSpace(Platform& p, Hwnd h);
 void ClickIcon(Platform& p, Hwnd h);
 void CloseWindow(Platform& p, Hwnd h);

@@ -5,11 +5,6 @@
 namespace v2 {
 namespace {
 
-void SetText(Platform& p, Hwnd h, const std::string& text) {
-  p.windows.SendMessageA(h, kWmSetText, 0,
-                         reinterpret_cast<LParam>(text.c_str()));
-}
-
 void EnterWithRetry(Platform& p, const std::string& address) {
   RunKeyword(p, address);
   DismissHostError(p);

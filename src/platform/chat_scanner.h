@@ -54,10 +54,11 @@ class ChatScanner {
   // events. The loop calls this by itself while scanning.
   void Look();
 
-  // Under real time the room is looked at about this often (a little
+  // Under real time a quiet room is looked at about this often (a little
   // earlier or later where that shares a wake of the loop's timers): about
-  // the longest a line waits to be seen.
-  static constexpr int kLookIntervalMs = 1000;
+  // the longest a member's first line after a silence waits to be seen,
+  // short enough that a command's answer still seems to follow it.
+  static constexpr int kLookIntervalMs = 500;
   // After a line came, for a while, this often: the answer to a line, and
   // the next line of a conversation, are seen about as soon as they come.
   static constexpr int kBusyLookIntervalMs = 250;

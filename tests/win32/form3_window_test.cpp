@@ -14,19 +14,13 @@
 #include "platform/win32/win32_stores.h"
 #include "platform/win32/win32_ui.h"
 #include "platform/win32/win32_windows.h"
+#include "tests/win32/real_windows.h"
 
 namespace v2 {
 namespace {
 
-HWND Real(Hwnd h) {
-  return reinterpret_cast<HWND>(static_cast<INT_PTR>(static_cast<int>(h)));
-}
-
-std::string RealText(HWND h) {
-  char text[256] = {};
-  GetWindowTextA(h, text, sizeof(text));
-  return text;
-}
+using real::ToHwnd;
+using real::WindowText;
 
 void Type(HWND edit, const std::string& text) {
   for (char c : text) SendMessageA(edit, WM_CHAR, static_cast<BYTE>(c), 0);
@@ -54,7 +48,7 @@ TEST(Form3Window, RealControlsAreTheList) {
   Platform p{windows, loop, nullptr, nullptr, &files, &ui};
   Program prog(p);
   EnsureForm3(prog);
-  HWND form = Real(prog.form3.hwnd);
+  HWND form = ToHwnd(prog.form3.hwnd);
   ASSERT_TRUE(IsWindow(form));
   EXPECT_FALSE(IsWindowVisible(form));  // made hidden
   HWND list = FindWindowExA(form, nullptr, "ListBox", nullptr);
@@ -68,12 +62,12 @@ TEST(Form3Window, RealControlsAreTheList) {
   Type(edit, "brb\r");
   EXPECT_EQ(prog.form3.List1.ListCount(), 2);
   EXPECT_EQ(SendMessageA(list, LB_GETCOUNT, 0, 0), 2);
-  EXPECT_EQ(RealText(edit), "");
+  EXPECT_EQ(WindowText(edit), "");
 
   // A double click takes the entry under it out, into the edit.
   SendMessageA(list, LB_SETCURSEL, 1, 0);
   Command(form, list, LBN_DBLCLK);
-  EXPECT_EQ(RealText(edit), "brb");
+  EXPECT_EQ(WindowText(edit), "brb");
   EXPECT_EQ(prog.form3.Text1.Text.Get(), "brb");  // read from the window
   EXPECT_EQ(SendMessageA(list, LB_GETCOUNT, 0, 0), 1);
 

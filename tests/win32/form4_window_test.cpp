@@ -19,19 +19,13 @@
 #include "platform/win32/win32_stores.h"
 #include "platform/win32/win32_ui.h"
 #include "platform/win32/win32_windows.h"
+#include "tests/win32/real_windows.h"
 
 namespace v2 {
 namespace {
 
-HWND Real(Hwnd h) {
-  return reinterpret_cast<HWND>(static_cast<INT_PTR>(static_cast<int>(h)));
-}
-
-std::string Text(HWND h) {
-  char text[256] = {};
-  GetWindowTextA(h, text, sizeof(text));
-  return text;
-}
+using real::ToHwnd;
+using real::WindowText;
 
 // The program's directory, where settings.dat lies, in a folder of its own.
 class TempProgramDir : public win32::Win32FileSystem {
@@ -53,7 +47,7 @@ HWND ChildAt(HWND form, int left_twips, int top_twips) {
   return ChildWindowFromPointEx(form, at, CWP_ALL);
 }
 
-void Type(HWND edit, const std::string& text) {
+void Retype(HWND edit, const std::string& text) {
   SendMessageA(edit, EM_SETSEL, 0, -1);
   SendMessageA(edit, WM_CHAR, VK_BACK, 0);
   for (char c : text) SendMessageA(edit, WM_CHAR, static_cast<BYTE>(c), 0);
@@ -90,7 +84,7 @@ TEST(Form4Window, TheRealFieldsAreTheLiveStyleAndTheLabelsAct) {
 
   // Loaded hidden by the first line, on top, cut to its picture.
   StyledLine(prog.form4, Pair::kMain, "");
-  HWND form = Real(prog.form4.hwnd);
+  HWND form = ToHwnd(prog.form4.hwnd);
   ASSERT_TRUE(IsWindow(form));
   EXPECT_FALSE(IsWindowVisible(form));
   EXPECT_TRUE(GetWindowLongA(form, GWL_EXSTYLE) & WS_EX_TOPMOST);
@@ -106,20 +100,20 @@ TEST(Form4Window, TheRealFieldsAreTheLiveStyleAndTheLabelsAct) {
   HWND text7 = ChildAt(form, 2520, 1920);
   HWND text22 = ChildAt(form, 4680, 2640);
   ASSERT_TRUE(text3 && text6 && text7 && text22);
-  EXPECT_EQ(Text(text3), "ff8000");
-  EXPECT_EQ(Text(text6), "vantrel\xB2");
-  EXPECT_EQ(Text(text22), "");  // the load emptied the design's tail
+  EXPECT_EQ(WindowText(text3), "ff8000");
+  EXPECT_EQ(WindowText(text6), "vantrel\xB2");
+  EXPECT_EQ(WindowText(text22), "");  // the load emptied the design's tail
   EXPECT_EQ(SendMessageA(text3, EM_GETLIMITTEXT, 0, 0), 6);
   EXPECT_FALSE(IsWindowEnabled(text6));
   EXPECT_TRUE(GetWindowLongA(text7, GWL_STYLE) & ES_CENTER);
   EXPECT_FALSE(GetWindowLongA(text7, GWL_EXSTYLE) & WS_EX_CLIENTEDGE);
-  Type(text3, "1234567");
-  EXPECT_EQ(Text(text3), "123456");
+  Retype(text3, "1234567");
+  EXPECT_EQ(WindowText(text3), "123456");
 
   // Typed and not saved, it is the style of the next line; so is a tail.
   ShowForm4(prog);
   EXPECT_TRUE(IsWindowVisible(form));
-  Type(text22, "~");
+  Retype(text22, "~");
   HWND test = FindWindowExA(form, nullptr, "Static", "scroll test");
   HWND save = FindWindowExA(form, nullptr, "Static", "save and exit");
   HWND cancel = FindWindowExA(form, nullptr, "Static", "cancel");
@@ -136,7 +130,7 @@ TEST(Form4Window, TheRealFieldsAreTheLiveStyleAndTheLabelsAct) {
   RECT before{}, r{};
   GetWindowRect(form, &before);
   Click(form, cancel);
-  EXPECT_EQ(Text(text3), "ff8000");
+  EXPECT_EQ(WindowText(text3), "ff8000");
   EXPECT_EQ(prog.form4.Text22.Text.Get(), "");
   GetWindowRect(form, &r);
   EXPECT_GE(r.left, GetSystemMetrics(SM_CXSCREEN));
@@ -157,7 +151,7 @@ TEST(Form4Window, TheRealFieldsAreTheLiveStyleAndTheLabelsAct) {
   EXPECT_EQ(r.top, before.top + 4);
 
   // Save and exit stores an emptied field as empty.
-  Type(text7, "");
+  Retype(text7, "");
   Click(form, save);
   EXPECT_NE(ReadFile(settings).find("MID=\r\n"), std::string::npos);
   GetWindowRect(form, &r);

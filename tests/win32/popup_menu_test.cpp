@@ -17,13 +17,12 @@
 #include "platform/win32/win32_loop.h"
 #include "platform/win32/win32_ui.h"
 #include "platform/win32/win32_windows.h"
+#include "tests/win32/real_windows.h"
 
 namespace v2 {
 namespace {
 
-HWND Real(Hwnd h) {
-  return reinterpret_cast<HWND>(static_cast<INT_PTR>(static_cast<int>(h)));
-}
+using real::ToHwnd;
 
 // The member's store, kept in memory so that the machine's registry stays
 // as it was.
@@ -84,7 +83,7 @@ class PopupMenuTest : public ::testing::Test {
       }
       if (!open || !IsWindowVisible(open)) return;
       if (next < keys.size()) {
-        PostMessageA(Real(ui.TrayWindow()), WM_KEYDOWN, keys[next++], 0);
+        PostMessageA(ToHwnd(ui.TrayWindow()), WM_KEYDOWN, keys[next++], 0);
         return;
       }
       if (seen && seen->empty()) {
@@ -94,7 +93,7 @@ class PopupMenuTest : public ::testing::Test {
       EndMenu();
     });
     loop.SetTimer(hands, 20, true);
-    SendMessageA(Real(ui.TrayWindow()), win32::kTrayCallbackMessage, 1,
+    SendMessageA(ToHwnd(ui.TrayWindow()), win32::kTrayCallbackMessage, 1,
                  static_cast<LPARAM>(button_up));
     loop.SetTimer(hands, 20, false);
   }

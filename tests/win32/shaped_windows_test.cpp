@@ -10,13 +10,12 @@
 #include "platform/bmp.h"
 #include "platform/win32/win32_shaped.h"
 #include "platform/win32/win32_ui.h"
+#include "tests/win32/real_windows.h"
 
 namespace v2 {
 namespace {
 
-HWND Real(Hwnd h) {
-  return reinterpret_cast<HWND>(static_cast<INT_PTR>(static_cast<int>(h)));
-}
+using real::ToHwnd;
 
 // The outline the simulator makes of the same pixels.
 RegionBands Expected(const Pixels& p, ColorRef clear) {
@@ -82,26 +81,26 @@ TEST(Win32Shaped, ARealWindowTakesItsOutlineStaysOnTopSlidesAndComesBack) {
   EXPECT_EQ(outline, Expected(*p, Rgb(255, 0, 255)));
 
   StayOnTop(form);
-  EXPECT_TRUE(GetWindowLongA(Real(h), GWL_EXSTYLE) & WS_EX_TOPMOST);
-  EXPECT_FALSE(IsWindowVisible(Real(h)));  // not shown by it
+  EXPECT_TRUE(GetWindowLongA(ToHwnd(h), GWL_EXSTYLE) & WS_EX_TOPMOST);
+  EXPECT_FALSE(IsWindowVisible(ToHwnd(h)));  // not shown by it
 
   Screen s = form.screen();
   form.SetLeft(3 * s.TwipsPerPixelX * 100);
   form.SetTop(s.TwipsPerPixelY * 50);
   EXPECT_EQ(form.Left(), 3 * s.TwipsPerPixelX * 100);
   ShowShaped(form);
-  EXPECT_TRUE(IsWindowVisible(Real(h)));
+  EXPECT_TRUE(IsWindowVisible(ToHwnd(h)));
 
   // The picture reports the pointer; a move with the left button drags.
   Grab grab;
   picture.AttachTo(h, [&](std::int16_t b, std::int16_t sh, float x, float y) {
     Picture1_MouseMove(form, grab, b, sh, x, y);
   });
-  SendMessageA(Real(h), WM_MOUSEMOVE, 0, MAKELPARAM(10, 20));
+  SendMessageA(ToHwnd(h), WM_MOUSEMOVE, 0, MAKELPARAM(10, 20));
   EXPECT_EQ(grab.GrabX, static_cast<int>(10 * s.TwipsPerPixelX));
-  SendMessageA(Real(h), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(14, 20));
+  SendMessageA(ToHwnd(h), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(14, 20));
   RECT r;
-  GetWindowRect(Real(h), &r);
+  GetWindowRect(ToHwnd(h), &r);
   EXPECT_EQ(r.left, 304);
   EXPECT_EQ(r.top, 50);
 
@@ -116,9 +115,9 @@ TEST(Win32Shaped, ARealWindowTakesItsOutlineStaysOnTopSlidesAndComesBack) {
   EXPECT_GT(form.Left(), s.Width);
   EXPECT_GT(pumps, 1);
   ShowShaped(form);
-  GetWindowRect(Real(h), &r);
+  GetWindowRect(ToHwnd(h), &r);
   EXPECT_EQ(r.left, 304);  // back where it stood
-  DestroyWindow(Real(h));
+  DestroyWindow(ToHwnd(h));
 }
 
 }  // namespace

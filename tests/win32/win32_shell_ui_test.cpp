@@ -12,21 +12,16 @@
 
 #include "platform/win32/win32_loop.h"
 #include "platform/win32/win32_ui.h"
+#include "tests/win32/real_windows.h"
 
 namespace v2 {
 namespace {
 
-HWND Real(Hwnd h) {
-  return reinterpret_cast<HWND>(static_cast<INT_PTR>(static_cast<int>(h)));
-}
+using real::ToHwnd;
+using real::WindowText;
+
 HMENU RealMenu(Hmenu h) {
   return reinterpret_cast<HMENU>(static_cast<INT_PTR>(static_cast<int>(h)));
-}
-
-std::string Text(HWND h) {
-  char text[256] = {};
-  GetWindowTextA(h, text, sizeof(text));
-  return text;
 }
 
 // Runs work on the loop's timer every 20 ms once ticks_before ticks have
@@ -60,9 +55,9 @@ std::string Ask(win32::Win32Ui& ui, win32::Win32Loop& loop, Box& seen,
     HWND box = FindWindowA(win32::kInputBoxClass, nullptr);
     if (!box) return false;
     HWND edit = FindWindowExA(box, nullptr, "Edit", nullptr);
-    seen.title = Text(box);
-    seen.prompt = Text(FindWindowExA(box, nullptr, "Static", nullptr));
-    seen.edit = Text(edit);
+    seen.title = WindowText(box);
+    seen.prompt = WindowText(FindWindowExA(box, nullptr, "Static", nullptr));
+    seen.edit = WindowText(edit);
     seen.topmost = GetWindowLongA(box, GWL_EXSTYLE) & WS_EX_TOPMOST;
     DWORD from = 1, to = 0;
     SendMessageA(edit, EM_GETSEL, reinterpret_cast<WPARAM>(&from),
@@ -86,7 +81,7 @@ void Key(HWND h, WPARAM key) { SendMessageA(h, WM_KEYDOWN, key, 0); }
 TEST(Win32InputBox, AnsweredCancelledAndTheLoopGoesOn) {
   win32::Win32Loop loop;
   win32::Win32Ui ui;
-  HWND form = Real(ui.CreateForm("Form3", 3000, 3000));
+  HWND form = ToHwnd(ui.CreateForm("Form3", 3000, 3000));
   ShowWindow(form, SW_SHOWNA);
   Box seen;
 
@@ -154,7 +149,7 @@ TEST(Win32Tray, AddedRemovedAndClicked) {
   // leaves up in front of the windows of the tests after this one.
   ui.TrayBalloon("", "");
   EXPECT_FALSE(ui.BalloonWaiting());
-  HWND owner = Real(ui.TrayWindow());
+  HWND owner = ToHwnd(ui.TrayWindow());
   ASSERT_TRUE(IsWindow(owner));
   char cls[64] = {};
   GetClassNameA(owner, cls, sizeof(cls));
@@ -251,7 +246,7 @@ TEST(Win32PopupMenu, MirrorsTheItemsAndKeepsTheLoopGoing) {
   auto keys = [&](std::vector<WPARAM> pressed) {
     return [&ui, pressed] {
       for (WPARAM k : pressed) {
-        PostMessageA(Real(ui.TrayWindow()), WM_KEYDOWN, k, 0);
+        PostMessageA(ToHwnd(ui.TrayWindow()), WM_KEYDOWN, k, 0);
       }
       return true;
     };

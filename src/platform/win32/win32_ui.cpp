@@ -112,10 +112,11 @@ Win32Ui::Win32Ui() {
 
 Hwnd Win32Ui::CreateForm(const std::string& title, int width_twips,
                          int height_twips) {
-  HWND h = CreateWindowExA(
-      WS_EX_TOOLWINDOW, kFormClass, title.c_str(), WS_POPUP, CW_USEDEFAULT,
-      CW_USEDEFAULT, Pixels(width_twips, true), Pixels(height_twips, false),
-      nullptr, nullptr, GetModuleHandleA(nullptr), nullptr);
+  HWND h = CreateWindowExA(WS_EX_TOOLWINDOW, kFormClass, title.c_str(),
+                           WS_POPUP, CW_USEDEFAULT, CW_USEDEFAULT,
+                           TwipsToPixels(width_twips, true),
+                           TwipsToPixels(height_twips, false), nullptr, nullptr,
+                           GetModuleHandleA(nullptr), nullptr);
   return FromHwnd(h);
 }
 
@@ -126,9 +127,9 @@ void Win32Ui::AddListBox(Hwnd form, ListBox& list, TwipsRect at,
   c->hwnd = CreateWindowExA(
       WS_EX_CLIENTEDGE, "LISTBOX", "",
       WS_CHILD | WS_VISIBLE | WS_VSCROLL | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT,
-      Pixels(at.left, true), Pixels(at.top, false), Pixels(at.width, true),
-      Pixels(at.height, false), ToHwnd(form),
-      reinterpret_cast<HMENU>(static_cast<INT_PTR>(c->id)),
+      TwipsToPixels(at.left, true), TwipsToPixels(at.top, false),
+      TwipsToPixels(at.width, true), TwipsToPixels(at.height, false),
+      ToHwnd(form), reinterpret_cast<HMENU>(static_cast<INT_PTR>(c->id)),
       GetModuleHandleA(nullptr), nullptr);
   if (!c->hwnd) return;
   c->list = &list;
@@ -151,14 +152,14 @@ void Win32Ui::AddTextBox(Hwnd form, TextBox& box, TwipsRect at,
       box.BorderStyle ? WS_EX_CLIENTEDGE : 0, "EDIT", box.Text.Get().c_str(),
       WS_CHILD | WS_VISIBLE | ES_AUTOHSCROLL | align |
           (box.Enabled ? 0 : WS_DISABLED),
-      Pixels(at.left, true), Pixels(at.top, false), Pixels(at.width, true),
-      Pixels(at.height, false), ToHwnd(form),
-      reinterpret_cast<HMENU>(static_cast<INT_PTR>(c->id)),
+      TwipsToPixels(at.left, true), TwipsToPixels(at.top, false),
+      TwipsToPixels(at.width, true), TwipsToPixels(at.height, false),
+      ToHwnd(form), reinterpret_cast<HMENU>(static_cast<INT_PTR>(c->id)),
       GetModuleHandleA(nullptr), nullptr);
   if (!c->hwnd) return;
   // Small enough for a font's name to fit a field as the form was drawn.
   static HFONT field_font =
-      CreateFontA(-Pixels(150, false), 0, 0, 0, FW_NORMAL, 0, 0, 0,
+      CreateFontA(-TwipsToPixels(150, false), 0, 0, 0, FW_NORMAL, 0, 0, 0,
                   ANSI_CHARSET, 0, 0, 0, 0, "Tahoma");
   SendMessageA(c->hwnd, WM_SETFONT, reinterpret_cast<WPARAM>(field_font),
                FALSE);
@@ -183,15 +184,16 @@ void Win32Ui::AddLabel(Hwnd form, Label& label, TwipsRect at,
   c->hwnd = CreateWindowExA(
       0, "STATIC", label.Caption.Get().c_str(),
       WS_CHILD | WS_VISIBLE | SS_NOTIFY | SS_LEFTNOWORDWRAP,
-      Pixels(at.left, true), Pixels(at.top, false), Pixels(at.width, true),
-      Pixels(at.height, false), ToHwnd(form),
-      reinterpret_cast<HMENU>(static_cast<INT_PTR>(c->id)),
+      TwipsToPixels(at.left, true), TwipsToPixels(at.top, false),
+      TwipsToPixels(at.width, true), TwipsToPixels(at.height, false),
+      ToHwnd(form), reinterpret_cast<HMENU>(static_cast<INT_PTR>(c->id)),
       GetModuleHandleA(nullptr), nullptr);
   if (!c->hwnd) return;
   // The labels are drawn small, to fit the picture they lie on: the
   // three of the style window stand close together.
-  static HFONT small = CreateFontA(-Pixels(120, false), 0, 0, 0, FW_NORMAL, 0,
-                                   0, 0, ANSI_CHARSET, 0, 0, 0, 0, "Tahoma");
+  static HFONT small =
+      CreateFontA(-TwipsToPixels(120, false), 0, 0, 0, FW_NORMAL, 0, 0, 0,
+                  ANSI_CHARSET, 0, 0, 0, 0, "Tahoma");
   SendMessageA(c->hwnd, WM_SETFONT, reinterpret_cast<WPARAM>(small), FALSE);
   c->click = std::move(Click);
   c->text = std::make_unique<WindowText>(c->hwnd);
@@ -201,10 +203,10 @@ void Win32Ui::AddLabel(Hwnd form, Label& label, TwipsRect at,
 }
 
 void Win32Ui::AddLine(Hwnd form, const Line& line) {
-  const int left = Pixels(std::min(line.X1, line.X2), true);
-  const int right = Pixels(std::max(line.X1, line.X2), true);
-  const int top = Pixels(std::min(line.Y1, line.Y2), false);
-  const int bottom = Pixels(std::max(line.Y1, line.Y2), false);
+  const int left = TwipsToPixels(std::min(line.X1, line.X2), true);
+  const int right = TwipsToPixels(std::max(line.X1, line.X2), true);
+  const int top = TwipsToPixels(std::min(line.Y1, line.Y2), false);
+  const int bottom = TwipsToPixels(std::max(line.Y1, line.Y2), false);
   // An etched frame shows as a line when one side has no length.
   const DWORD kind =
       bottom - top > right - left ? SS_ETCHEDVERT : SS_ETCHEDHORZ;

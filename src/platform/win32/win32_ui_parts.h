@@ -18,7 +18,7 @@
 namespace v2::win32 {
 
 // Twips as pixels at the screen's DPI.
-inline int Pixels(int twips, bool horizontal) {
+inline int TwipsToPixels(int twips, bool horizontal) {
   HDC screen = GetDC(nullptr);
   int per_inch = GetDeviceCaps(screen, horizontal ? LOGPIXELSX : LOGPIXELSY);
   ReleaseDC(nullptr, screen);
@@ -28,7 +28,7 @@ inline int Pixels(int twips, bool horizontal) {
 
 // Pixels at the screen's DPI for a layout drawn at 96 DPI.
 inline int Px(int at96, bool horizontal = true) {
-  return Pixels(at96 * 15, horizontal);
+  return TwipsToPixels(at96 * 15, horizontal);
 }
 
 // The text of a real control, for a control of the program to read.
