@@ -34,6 +34,11 @@ ASAN_DIR  := build-asan
 WIN_DIR   := build-win
 WIN32_DIR := build-win32
 
+# The steps that test calls itself. Through a variable of its own, so that
+# `make -n test` only prints them: a line that names $(MAKE) itself would run
+# under -n, the Wine tier with it.
+SUBMAKE = $(MAKE) --no-print-directory
+
 # Benchmarks are compiled whenever there are any to compile.
 BENCH := $(if $(wildcard bench/*_bench.cpp),ON,OFF)
 
@@ -73,11 +78,11 @@ test: deps format-check layers-check win64 asan-configure
 	@echo "V2_BUILD_DIR=$(ASAN_DIR) tests/wine/run-tests (beside what follows)"
 	@V2_BUILD_DIR=$(ASAN_DIR) tests/wine/run-tests >$(ASAN_DIR)/wine-test.log \
 	  2>&1 & wine=$$!; \
-	  $(MAKE) --no-print-directory asan-test bench-smoke imports-check; \
+	  $(SUBMAKE) asan-test bench-smoke imports-check; \
 	  others=$$?; wait $$wine; wine_status=$$?; \
 	  echo "tests/wine/run-tests:"; cat $(ASAN_DIR)/wine-test.log; \
 	  [ $$others -eq 0 ] && [ $$wine_status -eq 0 ]
-	$(MAKE) --no-print-directory dist-test
+	$(SUBMAKE) dist-test
 	@echo "make test: all passed"
 
 asan-configure: deps
