@@ -65,6 +65,21 @@ TEST(ChatScanner, ATranscriptTrimmedAtTheTopDoesNotConfuseIt) {
   ASSERT_EQ(all.size(), 200u);
   for (int i = 0; i < 200; ++i)
     EXPECT_EQ(all[i], "Bob|line " + std::to_string(i));
+
+  // A trim that cuts the anchor right behind its first character, the last
+  // of a line: the transcript then begins with the rest of the anchor, from
+  // the line break at its second character. (Each line is CR, "Bob:", TAB
+  // and the text: the last two lines here are 127 characters.)
+  Scanned cut;
+  cut.client.max_lines = 3;
+  cut.scanner.ScanOn();
+  const std::string b(57, 'b'), c(58, 'c');
+  for (const std::string& text : {std::string("aaa"), b, c}) {
+    cut.client.OtherSays("Bob", text);
+  }
+  EXPECT_EQ(cut.Look().size(), 3u);
+  cut.client.OtherSays("Bob", "d");  // the "aaa" line goes
+  EXPECT_EQ(cut.Look(), (Lines{"Bob|d"}));
 }
 
 TEST(ChatScanner, RepeatedIdenticalLinesAcrossATrimAreAllDelivered) {
@@ -293,6 +308,7 @@ TEST(ChatScanner, SplitsOnlyLinesWithASpeaker) {
       "Me:\t<font face=\"a\" color=#ff8000>\x95 <b>date</b>", n, t));
   EXPECT_EQ(t, "\x95 date");
   EXPECT_EQ(StripMarkup("a < b > c <3 <u>x</u> <"), "a < b > c <3 x <");
+  EXPECT_EQ(StripMarkup("<!-- said -->hi<!DOCTYPE html>"), "hi");
   EXPECT_EQ(StripMarkup("<unclosed"), "<unclosed");
   EXPECT_FALSE(SplitChatLine("", n, t));
 }

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <vector>
 
 #include "host/host_windows.h"
 #include "platform/controls.h"
@@ -193,9 +194,16 @@ TEST(SimLoop, AHoldLetsTheClientRunAndTimePassButNothingOfTheProgram) {
   // A message posted to the client is handled while the program holds.
   Hwnd input = world.client.input();
   p.windows.PostMessageA(input, kWmChar, 'x', 0);
+  // So does what a person does meanwhile, at its time.
+  std::vector<std::int64_t> hands;
+  world.loop.AfterOutside(300,
+                          [&] { hands.push_back(world.loop.clock().NowMs()); });
+  world.loop.AfterOutside(700,
+                          [&] { hands.push_back(world.loop.clock().NowMs()); });
   world.loop.Hold(1000);
   EXPECT_EQ(world.loop.clock().NowMs(), 1000);
   EXPECT_EQ(world.client.InputText(), "x");
+  EXPECT_EQ(hands, (std::vector<std::int64_t>{300, 700}));
   EXPECT_EQ(ticks, 0);
   EXPECT_EQ(events, 0);
   // Afterwards the program catches up; the missed ticks are one.
