@@ -127,8 +127,8 @@ TEST(SimLoop, ATimerAsleepUntilWokenCostsNoPassesAndWakesOnItsBeat) {
   EXPECT_EQ(fired.back(), 86400060);
 }
 
-// Under real time a watcher looks about every interval, moved by at most
-// half of it so that it shares the wakes of a timer: earlier, at a wake for
+// Under real time a watcher looks about every interval, moved by at most a
+// quarter of it so that it shares the wakes of a timer: earlier, at a wake for
 // the timer, or later, waiting for the timer's wake. Asleep it never looks,
 // and no wait counts on it, until woken.
 TEST(LoopCore, AWatcherSharesTheTimersWakesAndSleepsUntilWoken) {
